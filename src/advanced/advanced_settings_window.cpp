@@ -1,0 +1,29 @@
+#include "advanced/advanced_settings_window.h"
+
+#include "advanced/autolod.h"
+#include "mainwindow/placement.h"
+#include "shell/program.h"
+
+namespace korvane {
+
+frmAdvancedSettings::frmAdvancedSettings(Program& program)
+    : Form(program.platform(), advancedSettingsDefinition()), m_program(program) {
+  connectHandlers();
+}
+
+void frmAdvancedSettings::connectHandlers() {
+  OKButton.onClick = [this] { OKButton_Click(*this); };
+  btnUseDefault.onClick = [this] { btnUseDefault_Click(*this); };
+  mskAutoLOD0.onLostFocus = [this] { mskAutoLOD0_LostFocus(*this); };
+  mskAutoLOD1.onLostFocus = [this] { mskAutoLOD1_LostFocus(*this); };
+}
+
+void frmAdvancedSettings::Form_Load() {
+  CenterFormHorizontally(*this);
+  CenterFormVertically(*this);
+}
+
+// The close box hides like OK: closing would lose the values a save needs.
+void frmAdvancedSettings::Form_QueryUnload() { OKButton_Click(*this); }
+
+}  // namespace korvane

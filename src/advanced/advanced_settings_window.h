@@ -1,0 +1,47 @@
+#pragma once
+// frmAdvancedSettings: the second window, as records. The Text of its two
+// fields is the one place where the AutoLOD values live, shown or not, so the
+// window is brought into being hidden on first touch and never destroyed
+// before the process ends.
+
+#include "controls/button.h"
+#include "controls/form.h"
+#include "controls/frame.h"
+#include "controls/label.h"
+#include "controls/masked_edit.h"
+
+namespace korvane {
+
+class Program;
+
+const ControlDefinition& advancedSettingsControl(const std::string& name);
+const FormDefinition& advancedSettingsDefinition();
+// Settings shared by the two AutoLOD fields: no mask, six characters, "0.000".
+MaskedEditSettings autoLodFieldSettings();
+
+class frmAdvancedSettings : public Form {
+ public:
+  explicit frmAdvancedSettings(Program& program);
+
+  Program& program() const { return m_program; }
+
+  // Runs once, at creation: centres the window and sets no field.
+  void Form_Load();
+  // The close box: hides like OK, so the values survive for the next save.
+  void Form_QueryUnload();
+
+  Button OKButton{*this, advancedSettingsControl("OKButton")};
+  Button btnUseDefault{*this, advancedSettingsControl("btnUseDefault")};
+  Frame Frame1{*this, advancedSettingsControl("Frame1")};
+  MaskedEdit mskAutoLOD0{*this, advancedSettingsControl("mskAutoLOD0"), autoLodFieldSettings()};
+  MaskedEdit mskAutoLOD1{*this, advancedSettingsControl("mskAutoLOD1"), autoLodFieldSettings()};
+  Label lblAutoLOD0{*this, advancedSettingsControl("lblAutoLOD0")};
+  Label lblAutoLOD1{*this, advancedSettingsControl("lblAutoLOD1")};
+
+ private:
+  void connectHandlers();
+
+  Program& m_program;
+};
+
+}  // namespace korvane

@@ -1,0 +1,31 @@
+#pragma once
+// The AutoLOD values: their one normal form, reading them from a source, the
+// defaults, and the handlers of the settings window.
+
+#include <string>
+#include <string_view>
+
+namespace korvane {
+
+class Program;
+class frmKorvane;
+class frmAdvancedSettings;
+
+inline constexpr const char* kDefaultAutoLOD0 = "0.250";
+inline constexpr const char* kDefaultAutoLOD1 = "0.000";
+
+// LeadingNumber, rounded to three decimals (halves to even), written "0.000".
+std::string NormalizeAutoLOD(std::string_view text);
+// How a field shows its text while it does not have the focus.
+std::string FormatAutoLODForDisplay(std::string_view text);
+
+void ReadAutoLODinfo(Program& program, const std::string& path);
+void UseDefaultAutoLOD(Program& program);
+
+void btnAdvancedSettings_Click(frmKorvane& frm);
+void OKButton_Click(frmAdvancedSettings& frm);
+void btnUseDefault_Click(frmAdvancedSettings& frm);
+void mskAutoLOD0_LostFocus(frmAdvancedSettings& frm);
+void mskAutoLOD1_LostFocus(frmAdvancedSettings& frm);
+
+}  // namespace korvane

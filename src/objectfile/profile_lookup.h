@@ -1,0 +1,20 @@
+#pragma once
+// Lookups of one value by section and key in a KOB file on disk.
+
+#include <string>
+
+namespace korvane {
+
+class Platform;
+
+// The value, or the empty string for everything that is not a value (missing
+// file, section or key, empty value, the value "NotFound"). At most 254
+// characters. A failure shows "Unexpected error in GetINIString. " LF ... and
+// gives the empty string.
+std::string GetINIString(Platform& platform, const std::string& section, const std::string& key,
+                         const std::string& path);
+
+// Makes the next lookups see the file as it now stands on disk.
+void FlushProfileCache(const std::string& path);
+
+}  // namespace korvane

@@ -1,0 +1,12 @@
+#pragma once
+// The two strings the whole run shares: the application title and the
+// directory every file dialog opens in.
+
+#include <string>
+
+namespace korvane {
+
+extern std::string AppTitleName;
+extern std::string DefaultDirPath;
+
+}  // namespace korvane

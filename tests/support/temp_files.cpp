@@ -1,0 +1,44 @@
+#include "support/temp_files.h"
+
+#include <fstream>
+#include <random>
+#include <sstream>
+
+namespace korvane::testing {
+
+TempDir::TempDir() {
+  std::random_device random;
+  auto base = std::filesystem::temp_directory_path();
+  do {
+    m_path = base / ("korvane-test-" + std::to_string(random()));
+  } while (!std::filesystem::create_directory(m_path));
+}
+
+TempDir::~TempDir() {
+  std::error_code ignored;
+  std::filesystem::permissions(m_path, std::filesystem::perms::owner_all, std::filesystem::perm_options::add,
+                               ignored);
+  std::filesystem::remove_all(m_path, ignored);
+}
+
+std::string TempDir::write(const std::string& name, const std::string& bytes) const {
+  auto full = m_path / name;
+  std::ofstream out(full, std::ios::binary | std::ios::trunc);
+  out << bytes;
+  return full.string();
+}
+
+std::string readBytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream content;
+  content << in.rdbuf();
+  return content.str();
+}
+
+std::string crlf(std::initializer_list<std::string> lines) {
+  std::string text;
+  for (const auto& line : lines) text += line + "\r\n";
+  return text;
+}
+
+}  // namespace korvane::testing
