@@ -1,12 +1,144 @@
-// Placeholder until implemented.
 #include "mainwindow/source_loading.h"
 
+#include <algorithm>
+
+#include "advanced/autolod.h"
+#include "mainwindow/color_key_editor.h"
 #include "mainwindow/main_window.h"
+#include "objectfile/file_transfer.h"
+#include "objectfile/profile_lookup.h"
+#include "objectfile/source_validation.h"
+#include "runtime/failure_handling.h"
+#include "runtime/message_box.h"
+#include "runtime/shared_strings.h"
+#include "shell/file_dialog.h"
+#include "text/delimited_text.h"
+#include "text/number_conversion.h"
+
 namespace korvane {
-void btnBrowseLOD0_Click(frmKorvane&) {}
-void btnBrowseLOD1_Click(frmKorvane&) {}
-void btnBrowseTextureMap_Click(frmKorvane&) {}
-void chkAddLOD1_Click(frmKorvane&) {}
-void ReadTextureMap(frmKorvane&, const std::string&) {}
-void ReadNumberOfLOD(frmKorvane&, const std::string&) {}
+
+namespace {
+
+std::string askForFile(frmKorvane& frm, const char* title, const char* filter) {
+  return ShowFileDialog(frm, title, DefaultDirPath, filter, 1, false, "");
+}
+
+std::string askForLOD1Source(frmKorvane& frm) { return askForFile(frm, "Open KOB File (LOD 1)", kKobFilter); }
+
+// The name rule splits at backslashes only; the dialog gives the platform's
+// own separators.
+std::string withBackslashes(std::string path) {
+  std::replace(path.begin(), path.end(), '/', '\\');
+  return path;
+}
+
+}  // namespace
+
+void btnBrowseLOD0_Click(frmKorvane& frm) {
+  std::string path = askForFile(frm, "Open KOB File (LOD 0)", kKobFilter);
+  if (path.empty()) return;
+  FlushProfileCache(path);
+  // Every change to the window comes after the validation, so a refused file
+  // leaves whatever was loaded as it was.
+  if (!ValidateFileLOD0(frm.platform(), path)) return;
+
+  frm.lstDataLOD1.Store().Clear();
+  // Dropping a loaded LOD 1 (or a grayed box) runs the box's closing branch.
+  frm.chkAddLOD1.SetValue(0);
+  frm.chkAddLOD1.SetEnabled(false);
+  Control* opened[] = {&frm.txtFilePathLOD0, &frm.Frame2,         &frm.lblTextureMap,
+                       &frm.txtTextureMap,   &frm.btnBrowseTextureMap, &frm.lblNumberOfLOD,
+                       &frm.lblLODnum,       &frm.btnSaveAs,      &frm.chkAddColorKey};
+  for (Control* control : opened) control->SetEnabled(true);
+  frm.txtFilePathLOD0.SetText(path);
+
+  // The lines are read last; each step runs whatever became of the one before.
+  ReadTextureMap(frm, path);
+  ReadColorKeyINI(frm, path);
+  ReadNumberOfLOD(frm, path);
+  ReadFileLOD0(frm, path);
+}
+
+void btnBrowseLOD1_Click(frmKorvane& frm) {
+  std::string path = askForLOD1Source(frm);
+  if (path.empty()) return;
+  FlushProfileCache(path);
+  if (!ValidateFileLOD1(frm.platform(), path)) return;
+  // A swap of the LOD 1 source keeps the AutoLOD values the author set.
+  frm.txtFilePathLOD1.SetText(path);
+  ReadFileLOD1(frm, path);
+}
+
+void btnBrowseTextureMap_Click(frmKorvane& frm) {
+  std::string path = askForFile(frm, "Open TGA File", kTgaFilter);
+  if (path.empty()) return;
+  // The texture is never opened: only its name reaches the field.
+  frm.txtTextureMap.SetText(GetFileName(frm.platform(), withBackslashes(path)));
+}
+
+void chkAddLOD1_Click(frmKorvane& frm) {
+  if (frm.chkAddLOD1.Value() == 1) {
+    std::string path = askForLOD1Source(frm);
+    bool accepted = false;
+    if (!path.empty()) {
+      FlushProfileCache(path);
+      accepted = ValidateFileLOD1(frm.platform(), path);
+    }
+    if (!accepted) {
+      // Unchecking runs this handler again, inside the set, on its closing
+      // branch; nothing is left to do here afterwards.
+      frm.lstDataLOD1.Store().Clear();
+      frm.chkAddLOD1.SetValue(0);
+      return;
+    }
+    frm.Frame4.SetEnabled(true);
+    frm.btnBrowseLOD1.SetEnabled(true);
+    frm.txtFilePathLOD1.SetEnabled(true);
+    UseDefaultAutoLOD(frm.program());
+    frm.btnAdvancedSettings.SetEnabled(true);
+    frm.txtFilePathLOD1.SetText(path);
+    ReadFileLOD1(frm, path);
+    return;
+  }
+  // Unchecked or grayed: no LOD 1 source is in play.
+  frm.Frame4.SetEnabled(false);
+  frm.btnBrowseLOD1.SetEnabled(false);
+  frm.txtFilePathLOD1.SetEnabled(false);
+  frm.btnAdvancedSettings.SetEnabled(false);
+  frm.txtFilePathLOD1.SetText("");
+  frm.lstDataLOD1.Store().Clear();
+}
+
+void ReadTextureMap(frmKorvane& frm, const std::string& path) {
+  Platform& platform = frm.platform();
+  reportAndLeave(platform, "ReadTextureMap", [&] {
+    frm.txtTextureMap.SetText("");
+    // A path in the value stays in the field as it stands.
+    frm.txtTextureMap.SetText(GetINIString(platform, "Material - 0", "TextureMap", path));
+  });
+}
+
+void ReadNumberOfLOD(frmKorvane& frm, const std::string& path) {
+  Platform& platform = frm.platform();
+  reportAndLeave(platform, "ReadNumberOfLOD", [&] {
+    std::string text = GetINIString(platform, "LOD Information", "NumberOfLOD", path);
+    // Only a file changed since its validation gets here without the key; the
+    // load then goes on as for one LOD, with the number 0.
+    if (text.empty()) MsgBox(platform, "Error Reading the KOB file");
+    std::int32_t number = RoundToWhole(LeadingNumber(text), WholeWidth::Bits32);
+    frm.lblLODnum.SetCaption("");
+    frm.lblLODnum.SetCaption(std::to_string(number));
+    if (number >= 2) {
+      // The box stays disabled from the LOD 0 click: a grayed box is not the author's to change.
+      frm.chkAddLOD1.SetValue(2);
+      ReadAutoLODinfo(frm.program(), path);
+      // Only now: the closing branch run by the set above has just disabled it.
+      frm.btnAdvancedSettings.SetEnabled(true);
+    } else {
+      frm.chkAddLOD1.SetEnabled(true);
+      frm.btnAdvancedSettings.SetEnabled(false);
+    }
+  });
+}
+
 }  // namespace korvane

@@ -1,8 +1,42 @@
-// Placeholder until implemented.
 #include "shell/directory_store.h"
 
+#include "runtime/failure_handling.h"
+#include "runtime/message_box.h"
+#include "runtime/message_frames.h"
+#include "runtime/platform.h"
+#include "runtime/shared_strings.h"
+
 namespace korvane {
-std::string GetRegStr(Platform&, const std::string&, const std::string&, std::uint32_t) { return {}; }
-void SetRegStr(Platform&, const std::string&, const std::string&, const std::string&, std::uint32_t) {}
-void SaveDefaultDir(Platform&) {}
+
+// The hive names the user's part of the registry; the platform's store is
+// per user already, so only the key path and value name reach it.
+std::string GetRegStr(Platform& platform, const std::string& keyPath, const std::string& valueName,
+                      std::uint32_t /*hive*/) {
+  std::string text;
+  runGuarded(
+      [&] {
+        // A missing key or value and a stored empty text all read as no value.
+        std::optional<std::string> stored = platform.readUserValue(keyPath, valueName);
+        if (stored) text = *stored;
+      },
+      [&](const RuntimeFailure& failure) {
+        text.clear();
+        MsgBox(platform, getRegStrErrorMessage(failure));
+      });
+  return text;
+}
+
+void SetRegStr(Platform& platform, const std::string& valueName, const std::string& data,
+               const std::string& keyPath, std::uint32_t /*hive*/) {
+  // A store that cannot be written keeps its old value; the author is not told.
+  try {
+    platform.writeUserValue(keyPath, valueName, data);
+  } catch (...) {
+  }
+}
+
+void SaveDefaultDir(Platform& platform) {
+  SetRegStr(platform, "DefaultDir", DefaultDirPath, "Software\\" + AppTitleName, HKEY_CURRENT_USER);
+}
+
 }  // namespace korvane

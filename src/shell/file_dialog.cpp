@@ -1,7 +1,61 @@
-// Placeholder until implemented.
 #include "shell/file_dialog.h"
 
+#include <filesystem>
+
 #include "mainwindow/main_window.h"
+#include "runtime/failure_handling.h"
+#include "runtime/platform.h"
+#include "runtime/shared_strings.h"
+#include "shell/directory_store.h"
+
 namespace korvane {
-std::string ShowFileDialog(frmKorvane&, const std::string&, const std::string&, const std::string&, std::int16_t, bool, const std::string&) { return {}; }
+
+namespace {
+
+// Our dialogs leave the process's current directory where it was, so the
+// chosen file's directory comes from the path itself. A name without any
+// directory can only lie in the current one.
+std::string directoryOf(Platform& platform, const std::string& path) {
+  std::string directory = std::filesystem::path(path).parent_path().string();
+  return directory.empty() ? platform.currentDirectory() : directory;
+}
+
+}  // namespace
+
+std::string ShowFileDialog(frmKorvane& frm, const std::string& title, const std::string& initialDirectory,
+                           const std::string& filter, std::int16_t filterIndex, bool saveMode,
+                           const std::string& fileName) {
+  FileDialogControl& dialog = frm.CommonDialog1;
+  Platform& platform = frm.platform();
+  std::string result;
+  dialog.CancelError = true;
+  // Cancel and failure end alike: no path, no message, nothing remembered.
+  runGuarded(
+      [&] {
+        // One control serves every dialog, so nothing may carry over from the last one.
+        dialog.DialogTitle = title;
+        dialog.InitDir = initialDirectory;
+        dialog.Filter = filter;
+        dialog.FilterIndex = filterIndex;
+        dialog.FileName = fileName;
+
+        FileDialogRequest request;
+        request.title = dialog.DialogTitle;
+        request.initialDirectory = dialog.InitDir;
+        request.filter = dialog.Filter;
+        request.filterIndex = dialog.FilterIndex;
+        request.saveMode = saveMode;
+        request.fileName = dialog.FileName;
+        std::optional<std::string> chosen = platform.fileDialog(request);
+        if (!chosen) return;
+        dialog.FileName = *chosen;
+
+        DefaultDirPath = directoryOf(platform, *chosen);
+        SaveDefaultDir(platform);
+        result = *chosen;
+      },
+      [&](const RuntimeFailure&) { result.clear(); });
+  return result;
+}
+
 }  // namespace korvane

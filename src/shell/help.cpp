@@ -1,7 +1,31 @@
-// Placeholder until implemented.
 #include "shell/help.h"
 
+#include "runtime/message_box.h"
+#include "runtime/platform.h"
+#include "runtime/shared_strings.h"
+
 namespace korvane {
-std::string HelpDocumentPath(Platform&) { return {}; }
-void ViewHelp(Platform&) {}
+
+std::string HelpDocumentPath(Platform& platform) {
+  std::string directory = platform.programDirectory();
+  // A program in the root directory must not give "//".
+  if (directory.empty() || directory.back() != '/') directory += '/';
+  return directory + AppTitleName + "_Help" + ".html";
+}
+
+void ViewHelp(Platform& platform) {
+  // Each step is given up on its own failure; a launch that never happened
+  // counts as a failed one, so the author still hears of it.
+  bool launched = false;
+  try {
+    launched = platform.openDocument(HelpDocumentPath(platform));
+  } catch (...) {
+  }
+  if (launched) return;
+  try {
+    MsgBox(platform, "Error launching help file.");
+  } catch (...) {
+  }
+}
+
 }  // namespace korvane

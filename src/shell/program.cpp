@@ -13,6 +13,7 @@ Program::~Program() = default;
 void Program::Main() {
   AppTitleName = "Korvane";
   std::string remembered = GetRegStr(m_platform, "Software\\" + AppTitleName, "DefaultDir", HKEY_CURRENT_USER);
+  // No remembered directory, for whatever reason, is a first run.
   DefaultDirPath = remembered.empty() ? m_platform.currentDirectory() : remembered;
   frmKorvane& main = MainWindow();
   main.Form_Load();
@@ -20,22 +21,40 @@ void Program::Main() {
   m_platform.showWindow(main);
 }
 
-void Program::ExitProgram() {
-  // Every step runs whatever became of the one before it.
+namespace {
+
+// A step of the exit that fails is given up and the next one runs; only the
+// end of the process itself may travel on.
+template <class Step>
+void ignoringFailures(Step&& step) {
   try {
-    if (m_advanced) m_platform.unloadWindow(*m_advanced);
+    step();
+  } catch (const ProcessEnded&) {
+    throw;
   } catch (...) {
   }
-  try {
-    // The inner run, raised from the close below, finds the window already
-    // closing and goes straight on to the end of the process.
+}
+
+}  // namespace
+
+void Program::ExitProgram() {
+  // A settings window that was never touched is not brought into being here.
+  ignoringFailures([&] {
+    if (m_advanced && !m_advancedClosed) {
+      m_advancedClosed = true;
+      m_platform.unloadWindow(*m_advanced);
+    }
+  });
+  // Closing the main window raises its Form_QueryUnload, which runs this
+  // procedure again, inside this call. That inner run finds the window already
+  // closing and goes straight on to the end, so this call never continues.
+  ignoringFailures([&] {
     if (m_main && !m_main->closing) {
       m_main->closing = true;
       m_main->Form_QueryUnload();
     }
-  } catch (const RuntimeFailure&) {
-  }
-  m_platform.endProcess();
+  });
+  ignoringFailures([&] { m_platform.endProcess(); });
   throw ProcessEnded{};
 }
 

@@ -39,6 +39,9 @@ class Program {
   Platform& m_platform;
   std::unique_ptr<frmKorvane> m_main;
   std::unique_ptr<frmAdvancedSettings> m_advanced;
+  // Set once ExitProgram has closed the settings window, so that the run of
+  // ExitProgram nested in the main window's close finds nothing left to close.
+  bool m_advancedClosed = false;
 };
 
 }  // namespace korvane
