@@ -1,7 +1,58 @@
-// Placeholder until implemented.
 #include "objectfile/source_validation.h"
 
+#include <cstdint>
+
+#include "objectfile/profile_lookup.h"
+#include "runtime/failure_handling.h"
+#include "runtime/message_box.h"
+#include "text/number_conversion.h"
+
 namespace korvane {
-bool ValidateFileLOD0(Platform&, const std::string&) { return false; }
-bool ValidateFileLOD1(Platform&, const std::string&) { return false; }
+namespace {
+
+enum class SourceRole { LOD0, LOD1 };
+
+// The checks common to both roles and the range check of each. The first
+// check that fails shows its message and refuses; a failure (an overflowing
+// NumberOfLOD) refuses without a word.
+bool validateSource(Platform& platform, const std::string& path, SourceRole role) {
+  bool accepted = true;
+  auto refuse = [&](const char* message) {
+    MsgBox(platform, message);
+    accepted = false;
+  };
+  runGuarded(
+      [&] {
+        if (GetINIString(platform, "Material - 0", "TextureMap", path).empty()) {
+          return refuse("Error Reading KOB File: TextureMap Not Found");
+        }
+        std::string numberOfLOD = GetINIString(platform, "LOD Information", "NumberOfLOD", path);
+        if (numberOfLOD.empty()) return refuse("Error Reading KOB File: NumberOfLOD Not Found");
+
+        // The text counts by what it rounds to: "2.5" is 2, "2 objects" is 2.
+        std::int32_t count = RoundToWhole(LeadingNumber(numberOfLOD), WholeWidth::Bits32);
+        if (role == SourceRole::LOD0) {
+          if (count < 1 || count > 2) refuse("Error Reading KOB File: Invalid NumberOfLOD");
+          return;
+        }
+        if (count != 1) return refuse("Error Reading KOB File: Invalid NumberOfLOD for LOD 1");
+        // Only its presence counts: the value is never used.
+        if (GetINIString(platform, "LOD 0", "NumberOfSurfaces", path).empty()) {
+          refuse("Error Reading KOB File: NumberOfSurfaces Not Found");
+        }
+      },
+      [&](const RuntimeFailure&) { accepted = false; });
+  return accepted;
+}
+
+}  // namespace
+
+bool ValidateFileLOD0(Platform& platform, const std::string& path) {
+  return validateSource(platform, path, SourceRole::LOD0);
+}
+
+bool ValidateFileLOD1(Platform& platform, const std::string& path) {
+  return validateSource(platform, path, SourceRole::LOD1);
+}
+
 }  // namespace korvane

@@ -1,0 +1,253 @@
+#include "objectfile/profile_service.h"
+
+#include <memory>
+#include <optional>
+
+#include "objectfile/posix_file.h"
+#include "runtime/failure.h"
+
+namespace korvane {
+namespace {
+
+// Lookups mostly end in the first sections of a file, so a small buffer
+// spares reading what is never looked at.
+constexpr std::size_t kLookupBufferSize = std::size_t{64} << 10;
+
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+bool isLineEnd(char c) { return c == '\r' || c == '\n'; }
+char lowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+std::string_view trimBlanks(std::string_view text) {
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+// Compares a name arriving character by character, blanks and tabs around it
+// dropped, with the wanted one. Blanks inside the name count, so they wait
+// until the next character shows that they are not trailing; nothing longer
+// than the wanted name is ever kept.
+class NameMatcher {
+ public:
+  explicit NameMatcher(std::string_view wanted) : m_wanted(trimBlanks(wanted)) {}
+
+  void reset() {
+    m_matched = 0;
+    m_pending.clear();
+    m_pendingTooLong = false;
+    m_mismatch = false;
+  }
+
+  void add(char c) {
+    if (m_mismatch) return;
+    if (isBlank(c)) {
+      if (m_matched == 0) return;
+      // Blanks can only belong to the name if a character still fits behind them.
+      if (m_matched + m_pending.size() + 2 > m_wanted.size()) {
+        m_pendingTooLong = true;
+      } else {
+        m_pending.push_back(c);
+      }
+      return;
+    }
+    if (m_pendingTooLong) {
+      m_mismatch = true;
+      return;
+    }
+    for (char blank : m_pending) compare(blank);
+    m_pending.clear();
+    compare(c);
+  }
+
+  bool matches() const { return !m_mismatch && m_matched == m_wanted.size(); }
+
+ private:
+  void compare(char c) {
+    if (m_matched < m_wanted.size() && lowerAscii(c) == lowerAscii(m_wanted[m_matched])) {
+      ++m_matched;
+    } else {
+      m_mismatch = true;
+    }
+  }
+
+  std::string_view m_wanted;
+  std::size_t m_matched = 0;
+  std::string m_pending;
+  bool m_pendingTooLong = false;
+  bool m_mismatch = false;
+};
+
+// Gathers a value, blanks and tabs around it dropped. Only its head is kept,
+// as much as the limit and a pair of quotes need, but its first and last
+// character are known whatever its length, so the quotes are judged on the
+// whole value.
+class ValueCollector {
+ public:
+  explicit ValueCollector(std::size_t limit) : m_keep(limit + 2), m_limit(limit) {}
+
+  void add(char c) {
+    if (isBlank(c)) {
+      if (m_length == 0) return;
+      if (m_pending.size() < m_keep) m_pending.push_back(c);
+      ++m_pendingCount;
+      return;
+    }
+    if (m_pendingCount > 0) {
+      keep(m_pending);
+      m_length += m_pendingCount;
+      m_pending.clear();
+      m_pendingCount = 0;
+    }
+    keep(std::string_view(&c, 1));
+    if (m_length == 0) m_first = c;
+    m_last = c;
+    ++m_length;
+  }
+
+  std::string value() const {
+    std::string_view text = m_kept;
+    if (m_length >= 2 && (m_first == '"' || m_first == '\'') && m_last == m_first) {
+      text.remove_prefix(1);
+      // The closing quote was kept only if the whole value was.
+      if (m_length == m_kept.size()) text.remove_suffix(1);
+    }
+    return std::string(text.substr(0, m_limit));
+  }
+
+ private:
+  void keep(std::string_view text) {
+    if (m_kept.size() < m_keep) m_kept.append(text.substr(0, m_keep - m_kept.size()));
+  }
+
+  std::size_t m_keep;
+  std::size_t m_limit;
+  std::string m_kept;
+  std::string m_pending;
+  std::size_t m_pendingCount = 0;
+  std::size_t m_length = 0;
+  char m_first = 0;
+  char m_last = 0;
+};
+
+// Reads a file's bytes as they come and knows, line by line, whether the
+// wanted key has turned up.
+class ProfileScanner {
+ public:
+  ProfileScanner(std::string_view section, std::string_view key, std::size_t limit)
+      : m_section(section), m_key(key), m_value(limit) {}
+
+  // True once the answer is known: the key found, or its section over.
+  bool feed(const char* data, std::size_t size) {
+    for (const char* end = data + size; data != end; ++data) {
+      if (step(*data)) return true;
+    }
+    return false;
+  }
+
+  // The end of the file also ends a last line that has no line end.
+  void finish() {
+    if (m_state == State::Value) m_found = true;
+  }
+
+  std::optional<std::string> value() const {
+    if (!m_found) return std::nullopt;
+    return m_value.value();
+  }
+
+ private:
+  enum class State { LineStart, SkipLine, SectionName, Key, Value };
+
+  bool step(char c) {
+    if (isLineEnd(c)) return endLine();
+    switch (m_state) {
+      case State::LineStart:
+        if (isBlank(c)) break;
+        if (c == ';') {
+          m_state = State::SkipLine;
+        } else if (c == '[') {
+          m_section.reset();
+          m_state = State::SectionName;
+        } else if (m_inSection) {
+          m_key.reset();
+          m_key.add(c);
+          m_state = State::Key;
+        } else {
+          m_state = State::SkipLine;
+        }
+        break;
+      case State::SectionName:
+        if (c != ']') {
+          m_section.add(c);
+          break;
+        }
+        // Only the first section of the name is searched.
+        if (m_inSection) return true;
+        m_inSection = m_section.matches();
+        m_state = State::SkipLine;
+        break;
+      case State::Key:
+        if (c != '=') {
+          m_key.add(c);
+        } else {
+          m_state = m_key.matches() ? State::Value : State::SkipLine;
+        }
+        break;
+      case State::Value:
+        m_value.add(c);
+        break;
+      case State::SkipLine:
+        break;
+    }
+    return false;
+  }
+
+  bool endLine() {
+    if (m_state == State::Value) {
+      m_found = true;
+      return true;
+    }
+    // A '[' without ']' and a line without '=' are neither head nor key.
+    m_state = State::LineStart;
+    return false;
+  }
+
+  State m_state = State::LineStart;
+  bool m_inSection = false;
+  bool m_found = false;
+  NameMatcher m_section;
+  NameMatcher m_key;
+  ValueCollector m_value;
+};
+
+std::optional<std::string> lookUp(std::string_view section, std::string_view key, std::size_t limit,
+                                  const std::string& path) {
+  ProfileScanner scanner(section, key, limit);
+  try {
+    PosixFile file = PosixFile::openForReading(path);
+    auto buffer = std::make_unique_for_overwrite<char[]>(kLookupBufferSize);
+    while (std::size_t count = file.readSome(buffer.get(), kLookupBufferSize)) {
+      if (scanner.feed(buffer.get(), count)) return scanner.value();
+    }
+  } catch (const RuntimeFailure&) {
+    // A file that cannot be read has no keys.
+    return std::nullopt;
+  }
+  scanner.finish();
+  return scanner.value();
+}
+
+}  // namespace
+
+ProfileString GetPrivateProfileString(std::string_view section, std::string_view key,
+                                      std::string_view defaultValue, std::size_t size,
+                                      const std::string& path) {
+  // One place of the caller's buffer is the terminator's.
+  std::size_t limit = size == 0 ? 0 : size - 1;
+  std::optional<std::string> value = lookUp(section, key, limit, path);
+  ProfileString result;
+  result.text = value ? std::move(*value) : std::string(defaultValue.substr(0, limit));
+  result.count = result.text.size();
+  return result;
+}
+
+}  // namespace korvane

@@ -1,0 +1,39 @@
+#pragma once
+// The profile-string service behind GetINIString: one value by section and
+// key from a file of "[section]" heads and "key=value" lines.
+//
+// - CR LF, LF and a CR on its own all end a line.
+// - Blanks and tabs ahead of a line are skipped; a line that then begins with
+//   ';' is a comment, one that begins with '[' and holds a ']' is a section
+//   head. The name is what stands between '[' and the first ']', without
+//   blanks and tabs around it; text behind the ']' is of no account.
+// - Any other line is a key line if it holds '=': the key is left of the
+//   first '=', the value all that stands right of it. Blanks and tabs around
+//   both do not count, and a value between a pair of double or single quotes
+//   loses them.
+// - Section and key names match without regard to ASCII case. Only the first
+//   section of the name is searched, and in it the first line of the key.
+// - The file is read anew, front to back, for every lookup and never changed.
+//   Reading stops as soon as the answer is known, and memory stays bounded
+//   however long the file or its lines are.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace korvane {
+
+struct ProfileString {
+  // The value or the default, cut to one character less than the size.
+  std::string text;
+  // The length of text.
+  std::size_t count = 0;
+};
+
+// A missing, unreadable or unsuitable file gives the default like a missing
+// key does: it is no failure.
+ProfileString GetPrivateProfileString(std::string_view section, std::string_view key,
+                                      std::string_view defaultValue, std::size_t size,
+                                      const std::string& path);
+
+}  // namespace korvane
