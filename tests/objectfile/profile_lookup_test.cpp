@@ -1,0 +1,162 @@
+#include "objectfile/profile_lookup.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "runtime/shared_strings.h"
+#include "support/scripted_platform.h"
+#include "support/temp_files.h"
+
+namespace korvane {
+namespace {
+
+using namespace std::string_literals;
+using testing::crlf;
+using testing::readBytes;
+using testing::TempDir;
+
+struct LookupCase {
+  const char* name;
+  std::string file;
+  std::string section;
+  std::string key;
+  std::string expected;
+  friend void PrintTo(const LookupCase& c, std::ostream* os) { *os << c.name; }
+};
+
+class LookupRules : public ::testing::TestWithParam<LookupCase> {};
+
+TEST_P(LookupRules, GiveTheValueOrNothing) {
+  testing::ScriptedPlatform platform;
+  TempDir dir;
+  std::string path = dir.write("source.kob", GetParam().file);
+  EXPECT_EQ(GetINIString(platform, GetParam().section, GetParam().key, path), GetParam().expected);
+  EXPECT_TRUE(platform.messages.empty());
+}
+
+const std::string kMaterial = "Material - 0";
+const std::string k254(254, 'v');
+
+LookupCase material(const char* name, std::initializer_list<std::string> lines, std::string expected) {
+  return {name, crlf(lines), kMaterial, "TextureMap", std::move(expected)};
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, LookupRules,
+    ::testing::Values(
+        material("PlainValue", {"[Material - 0]", "TextureMap=a.tga"}, "a.tga"),
+        material("ValueOf254CharactersWhole", {"[Material - 0]", "TextureMap=" + k254}, k254),
+        material("ValueOf255CharactersCutTo254", {"[Material - 0]", "TextureMap=" + k254 + "w"}, k254),
+        material("LongValueCutTo254", {"[Material - 0]", "TextureMap=" + k254 + std::string(5000, 'w')}, k254),
+        material("EmptyValue", {"[Material - 0]", "TextureMap="}, ""),
+        material("BlanksOnlyValue", {"[Material - 0]", "TextureMap= \t "}, ""),
+        material("NotFoundValueIsNoValue", {"[Material - 0]", "TextureMap=NotFound"}, ""),
+        material("NotFoundInOtherCapitalsIsAValue", {"[Material - 0]", "TextureMap=notfound"}, "notfound"),
+        material("NotFoundWithMoreIsAValue", {"[Material - 0]", "TextureMap=NotFound2"}, "NotFound2"),
+        material("BlanksAroundEqualsSign", {"[Material - 0]", "TextureMap = a.tga"}, "a.tga"),
+        material("BlanksAndTabsAroundKeyAndValue", {"[Material - 0]", " \tTextureMap\t = \t a b.tga \t"},
+                 "a b.tga"),
+        material("DoubleQuotesDropped", {"[Material - 0]", "TextureMap=\"a.tga\""}, "a.tga"),
+        material("SingleQuotesDropped", {"[Material - 0]", "TextureMap='a.tga'"}, "a.tga"),
+        material("QuotesInsideBlanksDroppedBlanksInsideKept", {"[Material - 0]", "TextureMap = \" a \" "}, " a "),
+        material("UnpairedQuotesKept", {"[Material - 0]", "TextureMap=\"a.tga'"}, "\"a.tga'"),
+        material("OpeningQuoteOnlyKept", {"[Material - 0]", "TextureMap=\"a.tga"}, "\"a.tga"),
+        material("LoneQuoteKept", {"[Material - 0]", "TextureMap=\""}, "\""),
+        material("Quoted254CharactersWhole", {"[Material - 0]", "TextureMap=\"" + k254 + "\""}, k254),
+        material("QuotedLongValueCutBehindTheOpeningQuote",
+                 {"[Material - 0]", "TextureMap=\"" + k254 + "wwwww\""}, k254),
+        material("EqualsSignsInValueKept", {"[Material - 0]", "TextureMap=a=b==c"}, "a=b==c"),
+        material("SemicolonInValueKept", {"[Material - 0]", "TextureMap=a;b"}, "a;b"),
+        material("CommentLineIsNoKey", {"[Material - 0]", ";TextureMap=a.tga"}, ""),
+        material("CommentLineAfterBlanksIsNoKey", {"[Material - 0]", "  ;TextureMap=a.tga"}, ""),
+        material("CommentLineSkipped", {"[Material - 0]", ";TextureMap=old.tga", "TextureMap=a.tga"}, "a.tga"),
+        material("LongerKeyWithTheSameEndingIsNoMatch", {"[Material - 0]", "MyTextureMap=x.tga"}, ""),
+        material("KeyWithBlankInsideIsAnotherKey", {"[Material - 0]", "Texture Map=x.tga"}, ""),
+        material("KeyInCapitals", {"[Material - 0]", "TEXTUREMAP=a.tga"}, "a.tga"),
+        material("SectionInSmallLetters", {"[material - 0]", "texturemap=a.tga"}, "a.tga"),
+        material("BlankInsideSectionNameCounts", {"[Material  - 0]", "TextureMap=a.tga"}, ""),
+        material("BlanksAroundSectionNameIgnored", {"  [ Material - 0 ]", "TextureMap=a.tga"}, "a.tga"),
+        material("TextBehindTheHeadIgnored", {"[Material - 0] ; the material", "TextureMap=a.tga"}, "a.tga"),
+        material("KeyOnlyInAnotherSection", {"[Material - 1]", "TextureMap=a.tga"}, ""),
+        material("KeyAheadOfTheFirstHead", {"TextureMap=a.tga", "[Material - 0]"}, ""),
+        material("SectionEndsAtTheNextHead", {"[Material - 0]", "ColorKey=1,2,3", "[Other]", "TextureMap=a.tga"},
+                 ""),
+        material("FirstKeyInTheSectionCounts", {"[Material - 0]", "TextureMap=a.tga", "TextureMap=b.tga"},
+                 "a.tga"),
+        material("FirstSectionOfTheNameCounts",
+                 {"[Material - 0]", "TextureMap=a.tga", "[Material - 0]", "TextureMap=b.tga"}, "a.tga"),
+        material("KeyUnderASecondHeadOfTheNameIsNotSeen",
+                 {"[Material - 0]", "ColorKey=1,2,3", "[MATERIAL - 0]", "TextureMap=b.tga"}, ""),
+        material("LineWithoutEqualsSignIsNoKey", {"[Material - 0]", "TextureMap", "TextureMap=b.tga"}, "b.tga"),
+        material("HeadWithoutClosingBracketIsNoHead", {"[Material - 0]", "[Other", "TextureMap=a.tga"}, "a.tga"),
+        material("HighBytesPassUnchanged", {"[Material - 0]", "TextureMap=\xe9t\xe9.tga"}, "\xe9t\xe9.tga"),
+        LookupCase{"HashInKeyIsOrdinary", crlf({"[LOD Information]", "AutoLOD#0=0.25", "AutoLOD#1=0.1"}),
+                   "LOD Information", "AutoLOD#1", "0.1"},
+        LookupCase{"LfLineEnds", "[A]\nx=1\n[Material - 0]\nTextureMap=a.tga\n", kMaterial, "TextureMap", "a.tga"},
+        LookupCase{"CrLineEnds", "[A]\rx=1\r[Material - 0]\rTextureMap=a.tga\r", kMaterial, "TextureMap", "a.tga"},
+        LookupCase{"LastLineWithoutLineEnd", "[Material - 0]\r\nTextureMap=a.tga", kMaterial, "TextureMap",
+                   "a.tga"},
+        LookupCase{"EmptyFile", "", kMaterial, "TextureMap", ""},
+        LookupCase{"NulBytesAreOrdinary", "[Material - 0]\r\nTextureMap=a\0b\r\n"s, kMaterial, "TextureMap",
+                   "a\0b"s}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+class Lookup : public ::testing::Test {
+ protected:
+  Lookup() { AppTitleName = "Korvane"; }
+
+  std::string textureMap(const std::string& path) {
+    return GetINIString(platform, "Material - 0", "TextureMap", path);
+  }
+
+  testing::ScriptedPlatform platform;
+  TempDir dir;
+};
+
+TEST_F(Lookup, MissingFileHasNoKeysAndShowsNothing) {
+  EXPECT_EQ(textureMap(dir.file("absent.kob")), "");
+  EXPECT_EQ(textureMap(dir.file("absent/absent.kob")), "");
+  EXPECT_TRUE(platform.messages.empty());
+}
+
+TEST_F(Lookup, DirectoryHasNoKeysAndShowsNothing) {
+  EXPECT_EQ(textureMap(dir.path().string()), "");
+  EXPECT_TRUE(platform.messages.empty());
+}
+
+TEST_F(Lookup, FileChangedOnDiskIsSeenByTheNextLookup) {
+  std::string path = dir.write("source.kob", crlf({"[Material - 0]", "TextureMap=old.tga"}));
+  EXPECT_EQ(textureMap(path), "old.tga");
+  dir.write("source.kob", crlf({"[Material - 0]", "TextureMap=new.tga"}));
+  FlushProfileCache(path);
+  EXPECT_EQ(textureMap(path), "new.tga");
+}
+
+TEST_F(Lookup, NeitherLookupNorFlushChangesTheFile) {
+  std::string bytes = "[Material - 0]\nTextureMap = \"a.tga\"\r\n;note\r\n";
+  std::string path = dir.write("source.kob", bytes);
+  auto before = std::filesystem::last_write_time(path);
+  textureMap(path);
+  GetINIString(platform, "Nowhere", "Nothing", path);
+  FlushProfileCache(path);
+  FlushProfileCache(dir.file("absent.kob"));
+  EXPECT_EQ(readBytes(path), bytes);
+  EXPECT_EQ(std::filesystem::last_write_time(path), before);
+  EXPECT_FALSE(std::filesystem::exists(dir.file("absent.kob")));
+}
+
+TEST_F(Lookup, KeysOfTheSourceLayoutAreFound) {
+  std::string path = dir.write("source.kob", crlf({"[Material - 0]", "TextureMap=stone.tga", "ColorKey=255,0,128",
+                                                   "[LOD Information]", "NumberOfLOD=2", "AutoLOD#0=0.250",
+                                                   "AutoLOD#1=0.000", "[LOD 0]", "NumberOfSurfaces=12"}));
+  EXPECT_EQ(GetINIString(platform, "Material - 0", "ColorKey", path), "255,0,128");
+  EXPECT_EQ(GetINIString(platform, "LOD Information", "NumberOfLOD", path), "2");
+  EXPECT_EQ(GetINIString(platform, "LOD Information", "AutoLOD#0", path), "0.250");
+  EXPECT_EQ(GetINIString(platform, "LOD 0", "NumberOfSurfaces", path), "12");
+  EXPECT_EQ(GetINIString(platform, "LOD 0", "TextureMap", path), "");
+}
+
+}  // namespace
+}  // namespace korvane
