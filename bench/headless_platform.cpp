@@ -1,0 +1,37 @@
+#include "headless_platform.h"
+
+#include <filesystem>
+
+#include "controls/form.h"
+
+namespace korvane::bench {
+
+void HeadlessPlatform::messageBox(const std::string& prompt, const std::string&) { messages.push_back(prompt); }
+
+std::optional<std::string> HeadlessPlatform::fileDialog(const FileDialogRequest&) {
+  if (dialogAnswers.empty()) return std::nullopt;
+  std::string path = std::move(dialogAnswers.front());
+  dialogAnswers.pop_front();
+  if (path.empty()) return std::nullopt;
+  return path;
+}
+
+std::optional<std::string> HeadlessPlatform::readUserValue(const std::string& keyPath,
+                                                           const std::string& valueName) {
+  auto found = m_store.find({keyPath, valueName});
+  if (found == m_store.end()) return std::nullopt;
+  return found->second;
+}
+
+bool HeadlessPlatform::writeUserValue(const std::string& keyPath, const std::string& valueName,
+                                      const std::string& data) {
+  m_store[{keyPath, valueName}] = data;
+  return true;
+}
+
+std::string HeadlessPlatform::currentDirectory() { return std::filesystem::current_path().string(); }
+
+// The settings window is left at once, as if its OK button had been clicked.
+void HeadlessPlatform::showModal(Form& window, Form&) { window.SetVisible(false); }
+
+}  // namespace korvane::bench

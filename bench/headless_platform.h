@@ -1,0 +1,45 @@
+#pragma once
+// A platform with no screen for the benchmark: file dialogs answered from a
+// queue, message boxes collected instead of shown, the per-user store in
+// memory. A message during a timed job means the job went wrong, so the
+// benchmark looks at them after every run.
+
+#include <deque>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "runtime/platform.h"
+
+namespace korvane::bench {
+
+class HeadlessPlatform : public Platform {
+ public:
+  std::deque<std::string> dialogAnswers;  // an empty answer cancels
+  std::vector<std::string> messages;
+
+  void answer(std::string path) { dialogAnswers.push_back(std::move(path)); }
+
+  void messageBox(const std::string& prompt, const std::string& title) override;
+  std::optional<std::string> fileDialog(const FileDialogRequest& request) override;
+  std::optional<std::string> readUserValue(const std::string& keyPath, const std::string& valueName) override;
+  bool writeUserValue(const std::string& keyPath, const std::string& valueName, const std::string& data) override;
+  bool openDocument(const std::string&) override { return false; }
+  TwipsSize screenSize() override { return {1920 * 15.0, 1080 * 15.0}; }
+  TwipsSize windowFrameSize(const Form&) override { return {90, 405}; }
+  std::string currentDirectory() override;
+  std::string programDirectory() override { return currentDirectory(); }
+  void showWindow(Form&) override {}
+  void showModal(Form& window, Form& owner) override;
+  void hideWindow(Form&) override {}
+  void unloadWindow(Form&) override {}
+  void setFocus(Form&, Control&) override {}
+  void endProcess() override {}
+
+ private:
+  std::map<std::pair<std::string, std::string>, std::string> m_store;
+};
+
+}  // namespace korvane::bench
