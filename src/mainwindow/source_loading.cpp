@@ -23,7 +23,9 @@ std::string askForFile(frmKorvane& frm, const char* title, const char* filter) {
   return ShowFileDialog(frm, title, DefaultDirPath, filter, 1, false, "");
 }
 
-std::string askForLOD1Source(frmKorvane& frm) { return askForFile(frm, "Open KOB File (LOD 1)", kKobFilter); }
+std::string askForLOD1Source(frmKorvane& frm) {
+  return askForFile(frm, "Open KOB File (LOD 1)", kKobFilter);
+}
 
 // The name rule splits at backslashes only; the dialog gives the platform's
 // own separators.
@@ -46,9 +48,9 @@ void btnBrowseLOD0_Click(frmKorvane& frm) {
   // Dropping a loaded LOD 1 (or a grayed box) runs the box's closing branch.
   frm.chkAddLOD1.SetValue(0);
   frm.chkAddLOD1.SetEnabled(false);
-  Control* opened[] = {&frm.txtFilePathLOD0, &frm.Frame2,         &frm.lblTextureMap,
-                       &frm.txtTextureMap,   &frm.btnBrowseTextureMap, &frm.lblNumberOfLOD,
-                       &frm.lblLODnum,       &frm.btnSaveAs,      &frm.chkAddColorKey};
+  Control* opened[] = {&frm.txtFilePathLOD0,     &frm.Frame2,         &frm.lblTextureMap, &frm.txtTextureMap,
+                       &frm.btnBrowseTextureMap, &frm.lblNumberOfLOD, &frm.lblLODnum,     &frm.btnSaveAs,
+                       &frm.chkAddColorKey};
   for (Control* control : opened) control->SetEnabled(true);
   frm.txtFilePathLOD0.SetText(path);
 

@@ -12,7 +12,8 @@ Program::~Program() = default;
 
 void Program::Main() {
   AppTitleName = "Korvane";
-  std::string remembered = GetRegStr(m_platform, "Software\\" + AppTitleName, "DefaultDir", HKEY_CURRENT_USER);
+  std::string remembered =
+      GetRegStr(m_platform, "Software\\" + AppTitleName, "DefaultDir", HKEY_CURRENT_USER);
   // No remembered directory, for whatever reason, is a first run.
   DefaultDirPath = remembered.empty() ? m_platform.currentDirectory() : remembered;
   frmKorvane& main = MainWindow();

@@ -21,9 +21,10 @@ using Lines = std::vector<std::string>;
 
 // One LOD; a comment, a blank line, trailing blanks and a code-page byte that
 // must all come through untouched.
-const std::string kCrate = crlf({"; Crate object", "[Object]", "Name=Kiste \xe4", "Scale=1.0  ", "", "[Material - 0]",
-                                 "TextureMap=crate_old.tga", "Shininess=0.2", "[LOD Information]", "NumberOfLOD=1",
-                                 "[LOD 0]", "NumberOfSurfaces=2", "Surface0=0 1 2", "Surface1=2 3 0"});
+const std::string kCrate =
+    crlf({"; Crate object", "[Object]", "Name=Kiste \xe4", "Scale=1.0  ", "", "[Material - 0]",
+          "TextureMap=crate_old.tga", "Shininess=0.2", "[LOD Information]", "NumberOfLOD=1", "[LOD 0]",
+          "NumberOfSurfaces=2", "Surface0=0 1 2", "Surface1=2 3 0"});
 
 const std::string kCrateLow =
     crlf({"[Object]", "Name=Crate low", "[Material - 0]", "TextureMap=crate_low.tga", "ColorKey=0,0,0",
@@ -32,14 +33,22 @@ const std::string kCrateLow =
 
 // The head of the merged file, up to the LOD information, for a given block of AutoLOD lines.
 Lines mergedHead() {
-  return {"; Crate object", "[Object]",     "Name=Kiste \xe4",      "Scale=1.0  ",
-          "",               "[Material - 0]", "TextureMap=wood.tga", "ColorKey=255,64,127",
-          "Shininess=0.2",  "[LOD Information]", "NumberOfLOD=2"};
+  return {"; Crate object",
+          "[Object]",
+          "Name=Kiste \xe4",
+          "Scale=1.0  ",
+          "",
+          "[Material - 0]",
+          "TextureMap=wood.tga",
+          "ColorKey=255,64,127",
+          "Shininess=0.2",
+          "[LOD Information]",
+          "NumberOfLOD=2"};
 }
 
-const Lines kMergedTail = {"[LOD 0]",  "NumberOfSurfaces=2", "Surface0=0 1 2", "Surface1=2 3 0",
-                           "[LOD 1]",  "NumberOfSurfaces=1", "Surface0=0 1 2",
-                           "Comment=from LOD 1 of the low model"};
+const Lines kMergedTail = {
+    "[LOD 0]", "NumberOfSurfaces=2", "Surface0=0 1 2", "Surface1=2 3 0",
+    "[LOD 1]", "NumberOfSurfaces=1", "Surface0=0 1 2", "Comment=from LOD 1 of the low model"};
 
 std::string join(std::initializer_list<Lines> parts) {
   std::string bytes;
@@ -133,11 +142,10 @@ TEST_F(AuthorJob, SecondSaveAddsAnotherBlockNewestFirst) {
   mergeCrateWithItsLowModel();
   std::string first = saveAs(dir.file("first.kob"));
   editAutoLOD("0.4", "0.2");
-  EXPECT_EQ(saveAs(dir.file("second.kob")),
-            join({mergedHead(),
-                  {"UseAutoLOD=T", "AutoLOD#0=0.400", "AutoLOD#1=0.200", "UseAutoLOD=T", "AutoLOD#0=0.300",
-                   "AutoLOD#1=0.100"},
-                  kMergedTail}));
+  EXPECT_EQ(saveAs(dir.file("second.kob")), join({mergedHead(),
+                                                  {"UseAutoLOD=T", "AutoLOD#0=0.400", "AutoLOD#1=0.200",
+                                                   "UseAutoLOD=T", "AutoLOD#0=0.300", "AutoLOD#1=0.100"},
+                                                  kMergedTail}));
   EXPECT_EQ(readBytes(dir.file("first.kob")), first);
 }
 
@@ -171,8 +179,9 @@ TEST_F(AuthorJob, TwoLodSourceHasItsAutoLODLinesUpdated) {
 
 TEST_F(AuthorJob, OneLodSourceWithoutLod1SavedOverItself) {
   // The last line has no line end; the saved copy ends in CR LF.
-  std::string source = dir.write("barrel.kob", "[Material - 0]\r\nTextureMap=barrel.tga\r\nColorKey=1,2,3\r\n"
-                                               "[LOD Information]\r\nNumberOfLOD=1\r\n[LOD 0]\r\nFaces=6");
+  std::string source = dir.write("barrel.kob",
+                                 "[Material - 0]\r\nTextureMap=barrel.tga\r\nColorKey=1,2,3\r\n"
+                                 "[LOD Information]\r\nNumberOfLOD=1\r\n[LOD 0]\r\nFaces=6");
   openLOD0(source);
   ASSERT_EQ(frm.chkAddColorKey.Value(), 1);
   frm.chkAddColorKey.AuthorClick();
@@ -190,7 +199,8 @@ TEST_F(AuthorJob, RefusedAndCancelledStepsOnTheWayChangeNothingInTheOutput) {
   openLOD0(dir.write("crate.kob", kCrate));
   platform.cancel();  // texture dialog cancelled
   frm.btnBrowseTextureMap.Click();
-  addLOD1(dir.write("not_low.kob", crlf({"[Material - 0]", "TextureMap=x.tga", "[LOD Information]", "NumberOfLOD=1"})));
+  addLOD1(dir.write("not_low.kob",
+                    crlf({"[Material - 0]", "TextureMap=x.tga", "[LOD Information]", "NumberOfLOD=1"})));
   EXPECT_EQ(platform.messages, Lines{"Error Reading KOB File: NumberOfSurfaces Not Found"});
   platform.cancel();  // save dialog cancelled: nothing written
   frm.btnSaveAs.Click();

@@ -69,8 +69,8 @@ class SaveAsTest : public ::testing::Test {
   testing::TempDir dir;
 };
 
-const Lines kOneLod = {"[Material - 0]", "TextureMap=old.tga", "[LOD Information]", "NumberOfLOD=1", "[LOD 0]",
-                       "Faces=1"};
+const Lines kOneLod = {
+    "[Material - 0]", "TextureMap=old.tga", "[LOD Information]", "NumberOfLOD=1", "[LOD 0]", "Faces=1"};
 
 // ---- Refusals and where the focus goes --------------------------------------
 
@@ -82,7 +82,9 @@ struct InputCase {
   Lines events;  // what the click shows, asks for and focuses, in order
 };
 
-void PrintTo(const InputCase& row, std::ostream* os) { *os << row.name; }
+void PrintTo(const InputCase& row, std::ostream* os) {
+  *os << row.name;
+}
 
 class SaveAsInput : public SaveAsTest, public ::testing::WithParamInterface<InputCase> {};
 
@@ -107,7 +109,13 @@ INSTANTIATE_TEST_SUITE_P(
     Cases, SaveAsInput,
     ::testing::Values(
         InputCase{"EmptyTextureMap", "", false, "1", "2", "3", {kTextureMessage, "FOCUS txtTextureMap"}},
-        InputCase{"EmptyTextureMapIsTheOnlyMessage", "", true, "", "2", "", {kTextureMessage, "FOCUS txtTextureMap"}},
+        InputCase{"EmptyTextureMapIsTheOnlyMessage",
+                  "",
+                  true,
+                  "",
+                  "2",
+                  "",
+                  {kTextureMessage, "FOCUS txtTextureMap"}},
         InputCase{"BlankTextureMapPasses", " ", false, "1", "2", "3", {kSaveDialog}},
         InputCase{"AllThreeEmptyEndsOnRed",
                   "a.tga",
@@ -189,7 +197,9 @@ struct WriteCase {
   std::string expected;
 };
 
-void PrintTo(const WriteCase& row, std::ostream* os) { *os << row.name; }
+void PrintTo(const WriteCase& row, std::ostream* os) {
+  *os << row.name;
+}
 
 class SaveAsWrites : public SaveAsTest, public ::testing::WithParamInterface<WriteCase> {};
 
@@ -224,12 +234,12 @@ INSTANTIATE_TEST_SUITE_P(
                   kOneLod,
                   {"[LOD 0]", "Faces=LOD 0"},
                   crlf({"[Material - 0]", "TextureMap=new.tga", "ColorKey=1,2,3", "[LOD Information]",
-                        "NumberOfLOD=2", "UseAutoLOD=T", "AutoLOD#0=0.500", "AutoLOD#1=0.125", "[LOD 0]", "Faces=1",
-                        "[LOD 1]", "Faces=LOD 1"})},
+                        "NumberOfLOD=2", "UseAutoLOD=T", "AutoLOD#0=0.500", "AutoLOD#1=0.125", "[LOD 0]",
+                        "Faces=1", "[LOD 1]", "Faces=LOD 1"})},
         WriteCase{"GrayedUpdatesAutoLODAndTakesTheCombinedWriter",
                   2,
-                  {"[Material - 0]", "TextureMap=old.tga", "ColorKey=9,9,9", "[LOD Information]", "NumberOfLOD=2",
-                   "AutoLOD#0=0.1", "AutoLOD#1=0.2", "[LOD 0]", "[LOD 1]"},
+                  {"[Material - 0]", "TextureMap=old.tga", "ColorKey=9,9,9", "[LOD Information]",
+                   "NumberOfLOD=2", "AutoLOD#0=0.1", "AutoLOD#1=0.2", "[LOD 0]", "[LOD 1]"},
                   {},
                   crlf({"[Material - 0]", "TextureMap=new.tga", "ColorKey=1,2,3", "[LOD Information]",
                         "NumberOfLOD=2", "AutoLOD#0=0.500", "AutoLOD#1=0.125", "[LOD 0]", "[LOD 1]"})}),

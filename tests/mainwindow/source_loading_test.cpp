@@ -25,20 +25,22 @@ using testing::crlf;
 const std::map<std::string, std::string> kSources = {
     {"one.kob", crlf({"[Object]", "Name=Crate", "[Material - 0]", "TextureMap=crate.tga", "[LOD Information]",
                       "NumberOfLOD=1", "[LOD 0]", "NumberOfSurfaces=12", "Surface0=1 2 3"})},
-    {"other.kob", crlf({"[Material - 0]", "TextureMap=barrel.tga", "[LOD Information]", "NumberOfLOD=1", "[LOD 0]",
-                        "NumberOfSurfaces=3"})},
-    {"two.kob", crlf({"[Material - 0]", "TextureMap=crate.tga", "[LOD Information]", "NumberOfLOD=2", "AutoLOD#0=0.3",
-                      "AutoLOD#1=0.05", "[LOD 0]", "NumberOfSurfaces=12", "[LOD 1]", "NumberOfSurfaces=4"})},
+    {"other.kob", crlf({"[Material - 0]", "TextureMap=barrel.tga", "[LOD Information]", "NumberOfLOD=1",
+                        "[LOD 0]", "NumberOfSurfaces=3"})},
+    {"two.kob",
+     crlf({"[Material - 0]", "TextureMap=crate.tga", "[LOD Information]", "NumberOfLOD=2", "AutoLOD#0=0.3",
+           "AutoLOD#1=0.05", "[LOD 0]", "NumberOfSurfaces=12", "[LOD 1]", "NumberOfSurfaces=4"})},
     {"low.kob", crlf({"[Material - 0]", "TextureMap=low.tga", "[LOD Information]", "NumberOfLOD=1", "[LOD 0]",
                       "NumberOfSurfaces=4", "Surface0=LOD 0 part"})},
-    {"lower.kob", crlf({"[Material - 0]", "TextureMap=lower.tga", "[LOD Information]", "NumberOfLOD=1", "[LOD 0]",
-                        "NumberOfSurfaces=2", "Surface0=a", "Surface1=b"})},
+    {"lower.kob", crlf({"[Material - 0]", "TextureMap=lower.tga", "[LOD Information]", "NumberOfLOD=1",
+                        "[LOD 0]", "NumberOfSurfaces=2", "Surface0=a", "Surface1=b"})},
     {"notkob.kob", crlf({"[Material - 0]", "Shininess=1"})},
 };
 
 std::int32_t linesOf(const std::string& source) {
   std::int32_t lines = 0;
-  for (std::size_t at = source.find("\r\n"); at != std::string::npos; at = source.find("\r\n", at + 2)) ++lines;
+  for (std::size_t at = source.find("\r\n"); at != std::string::npos; at = source.find("\r\n", at + 2))
+    ++lines;
   return lines;
 }
 
@@ -46,9 +48,9 @@ std::int32_t linesFromMarker(const std::string& source) {
   return linesOf(source.substr(source.find("[LOD 0]\r\n")));
 }
 
-const std::vector<std::string> kOpenedByLOD0 = {"txtFilePathLOD0", "Frame2",    "lblTextureMap",
-                                                "txtTextureMap",   "btnBrowseTextureMap", "lblNumberOfLOD",
-                                                "lblLODnum",       "btnSaveAs", "chkAddColorKey"};
+const std::vector<std::string> kOpenedByLOD0 = {
+    "txtFilePathLOD0", "Frame2",    "lblTextureMap", "txtTextureMap", "btnBrowseTextureMap",
+    "lblNumberOfLOD",  "lblLODnum", "btnSaveAs",     "chkAddColorKey"};
 
 class SourceLoadingTest : public ::testing::Test {
  protected:
@@ -96,11 +98,13 @@ class SourceLoadingTest : public ::testing::Test {
       const std::string& name = control->Name();
       auto last = enabled.find(control);
       if (last == enabled.end() || last->second != control->Enabled()) {
-        if (last != enabled.end()) platform.events.push_back("ENABLE " + name + (control->Enabled() ? " on" : " off"));
+        if (last != enabled.end())
+          platform.events.push_back("ENABLE " + name + (control->Enabled() ? " on" : " off"));
         enabled[control] = control->Enabled();
       }
       if (auto* box = dynamic_cast<CheckBox*>(control); box && box == &frm.chkAddLOD1) {
-        if (box->Value() != lastValue) platform.events.push_back("VALUE " + name + "=" + std::to_string(box->Value()));
+        if (box->Value() != lastValue)
+          platform.events.push_back("VALUE " + name + "=" + std::to_string(box->Value()));
         lastValue = box->Value();
       } else if (auto* text = dynamic_cast<TextBox*>(control)) {
         logText(name, text->Text());
@@ -136,7 +140,8 @@ class SourceLoadingTest : public ::testing::Test {
     for (Control* control : frm.Controls()) s += control->Name() + (control->Enabled() ? "+ " : "- ");
     s += "\nLOD0=" + frm.txtFilePathLOD0.Text() + " LOD1=" + frm.txtFilePathLOD1.Text() +
          " map=" + frm.txtTextureMap.Text() + " num=" + frm.lblLODnum.Caption() +
-         " box=" + std::to_string(frm.chkAddLOD1.Value()) + " key=" + std::to_string(frm.chkAddColorKey.Value());
+         " box=" + std::to_string(frm.chkAddLOD1.Value()) +
+         " key=" + std::to_string(frm.chkAddColorKey.Value());
     for (int channel = 0; channel < 3; ++channel) s += " " + frm.colorKeyField(channel).Text();
     for (auto* store : {&frm.lstDataLOD0.Store(), &frm.lstDataLOD1.Store()}) {
       s += "\n";
@@ -185,10 +190,10 @@ struct LoadState {
 };
 
 void PrintTo(const LoadState& s, std::ostream* os) {
-  *os << "{value " << s.value << ", box " << (s.boxEnabled ? "on" : "off") << ", LOD 1 controls " << s.lod1Controls
-      << ", advanced " << (s.advancedEnabled ? "on" : "off") << ", LOD 1 [" << s.lod1Path << "] " << s.lod1Lines
-      << " lines, lblLODnum [" << s.lodNum << "], opened " << s.openedByLOD0 << ", LOD 0 [" << s.lod0Path << "] "
-      << s.lod0Lines << " lines}";
+  *os << "{value " << s.value << ", box " << (s.boxEnabled ? "on" : "off") << ", LOD 1 controls "
+      << s.lod1Controls << ", advanced " << (s.advancedEnabled ? "on" : "off") << ", LOD 1 [" << s.lod1Path
+      << "] " << s.lod1Lines << " lines, lblLODnum [" << s.lodNum << "], opened " << s.openedByLOD0
+      << ", LOD 0 [" << s.lod0Path << "] " << s.lod0Lines << " lines}";
 }
 
 std::string flags(std::initializer_list<const Control*> controls) {
@@ -212,19 +217,35 @@ struct Transition {
   const char* lod1 = "";  // the LOD 1 source that stays loaded
 };
 
-void PrintTo(const Transition& row, std::ostream* os) { *os << row.name; }
+void PrintTo(const Transition& row, std::ostream* os) {
+  *os << row.name;
+}
 
 class LoadStateTransition : public SourceLoadingTest, public ::testing::WithParamInterface<Transition> {
  protected:
   void run(const Step& step) {
     switch (step.act) {
-      case Act::OpenLOD0: openLOD0(step.source); break;
-      case Act::CancelLOD0: cancelLOD0(); break;
-      case Act::Check: checkLOD1(step.source); break;
-      case Act::CheckCancel: checkAndCancel(); break;
-      case Act::Uncheck: frm.chkAddLOD1.AuthorClick(); break;
-      case Act::BrowseLOD1: browseLOD1(step.source); break;
-      case Act::CancelLOD1: cancelBrowseLOD1(); break;
+      case Act::OpenLOD0:
+        openLOD0(step.source);
+        break;
+      case Act::CancelLOD0:
+        cancelLOD0();
+        break;
+      case Act::Check:
+        checkLOD1(step.source);
+        break;
+      case Act::CheckCancel:
+        checkAndCancel();
+        break;
+      case Act::Uncheck:
+        frm.chkAddLOD1.AuthorClick();
+        break;
+      case Act::BrowseLOD1:
+        browseLOD1(step.source);
+        break;
+      case Act::CancelLOD1:
+        cancelBrowseLOD1();
+        break;
     }
   }
 
@@ -236,8 +257,9 @@ class LoadStateTransition : public SourceLoadingTest, public ::testing::WithPara
             frm.txtFilePathLOD1.Text(),
             frm.lstDataLOD1.Store().ListCount(),
             frm.lblLODnum.Caption(),
-            flags({&frm.txtFilePathLOD0, &frm.Frame2, &frm.lblTextureMap, &frm.txtTextureMap, &frm.btnBrowseTextureMap,
-                   &frm.lblNumberOfLOD, &frm.lblLODnum, &frm.btnSaveAs, &frm.chkAddColorKey}),
+            flags({&frm.txtFilePathLOD0, &frm.Frame2, &frm.lblTextureMap, &frm.txtTextureMap,
+                   &frm.btnBrowseTextureMap, &frm.lblNumberOfLOD, &frm.lblLODnum, &frm.btnSaveAs,
+                   &frm.chkAddColorKey}),
             frm.txtFilePathLOD0.Text(),
             frm.lstDataLOD0.Store().ListCount()};
   }
@@ -253,7 +275,9 @@ class LoadStateTransition : public SourceLoadingTest, public ::testing::WithPara
       s.openedByLOD0 = "FFFFFFFFF";
     }
     switch (row.expected) {
-      case Load::Nothing: s.lod1Controls = "FFF"; break;
+      case Load::Nothing:
+        s.lod1Controls = "FFF";
+        break;
       case Load::OneLod:
         s.boxEnabled = true;
         s.lod1Controls = "FFF";
@@ -303,22 +327,40 @@ INSTANTIATE_TEST_SUITE_P(
         Transition{"CheckRefusedTwoLodFile", {kOpenOne, {Act::Check, "two.kob"}}, Load::OneLod, "one.kob"},
         Transition{"CheckRefusedNotKob", {kOpenOne, {Act::Check, "notkob.kob"}}, Load::OneLod, "one.kob"},
         Transition{"Unchecked", {kOpenOne, kCheckLow, {Act::Uncheck}}, Load::OneLod, "one.kob"},
-        Transition{"SwapAccepted", {kOpenOne, kCheckLow, {Act::BrowseLOD1, "lower.kob"}}, Load::OneLodAndLod1,
-                   "one.kob", "lower.kob"},
-        Transition{"SwapCancelledKeepsLod1", {kOpenOne, kCheckLow, {Act::CancelLOD1}}, Load::OneLodAndLod1, "one.kob",
+        Transition{"SwapAccepted",
+                   {kOpenOne, kCheckLow, {Act::BrowseLOD1, "lower.kob"}},
+                   Load::OneLodAndLod1,
+                   "one.kob",
+                   "lower.kob"},
+        Transition{"SwapCancelledKeepsLod1",
+                   {kOpenOne, kCheckLow, {Act::CancelLOD1}},
+                   Load::OneLodAndLod1,
+                   "one.kob",
                    "low.kob"},
-        Transition{"SwapRefusedKeepsLod1", {kOpenOne, kCheckLow, {Act::BrowseLOD1, "two.kob"}}, Load::OneLodAndLod1,
-                   "one.kob", "low.kob"},
+        Transition{"SwapRefusedKeepsLod1",
+                   {kOpenOne, kCheckLow, {Act::BrowseLOD1, "two.kob"}},
+                   Load::OneLodAndLod1,
+                   "one.kob",
+                   "low.kob"},
         Transition{"OneLodOverLod1DropsIt", {kOpenOne, kCheckLow, kOpenOther}, Load::OneLod, "other.kob"},
         Transition{"TwoLodsOverLod1", {kOpenOne, kCheckLow, kOpenTwo}, Load::TwoLods, "two.kob"},
         Transition{"OneLodAfterTwoLods", {kOpenTwo, kOpenOne}, Load::OneLod, "one.kob"},
         Transition{"TwoLodsTwice", {kOpenTwo, kOpenTwo}, Load::TwoLods, "two.kob"},
         Transition{"RefusedKeepsTwoLods", {kOpenTwo, kOpenRefused}, Load::TwoLods, "two.kob"},
-        Transition{"CancelledLOD0KeepsLod1", {kOpenOne, kCheckLow, {Act::CancelLOD0}}, Load::OneLodAndLod1, "one.kob",
+        Transition{"CancelledLOD0KeepsLod1",
+                   {kOpenOne, kCheckLow, {Act::CancelLOD0}},
+                   Load::OneLodAndLod1,
+                   "one.kob",
                    "low.kob"},
-        Transition{"RefusedLOD0KeepsLod1", {kOpenOne, kCheckLow, kOpenRefused}, Load::OneLodAndLod1, "one.kob",
+        Transition{"RefusedLOD0KeepsLod1",
+                   {kOpenOne, kCheckLow, kOpenRefused},
+                   Load::OneLodAndLod1,
+                   "one.kob",
                    "low.kob"},
-        Transition{"CheckAgainAfterCancel", {kOpenOne, {Act::CheckCancel}, kCheckLow}, Load::OneLodAndLod1, "one.kob",
+        Transition{"CheckAgainAfterCancel",
+                   {kOpenOne, {Act::CheckCancel}, kCheckLow},
+                   Load::OneLodAndLod1,
+                   "one.kob",
                    "low.kob"}),
     [](const auto& info) { return std::string(info.param.name); });
 
@@ -367,11 +409,12 @@ TEST_F(SourceLoadingTest, AcceptedLod1OpensItsControlsThenDefaultsThenPath) {
   openLOD0("one.kob");
   recordChanges();
   checkLOD1("low.kob");
-  EXPECT_EQ(platform.events, (std::vector<std::string>{"VALUE chkAddLOD1=1", "DIALOG open Open KOB File (LOD 1)",
-                                                       "ENABLE Frame4 on", "ENABLE btnBrowseLOD1 on",
-                                                       "ENABLE txtFilePathLOD1 on", "TEXT mskAutoLOD0=0.250",
-                                                       "TEXT mskAutoLOD1=0.000", "ENABLE btnAdvancedSettings on",
-                                                       "TEXT txtFilePathLOD1=" + path("low.kob")}));
+  EXPECT_EQ(
+      platform.events,
+      (std::vector<std::string>{"VALUE chkAddLOD1=1", "DIALOG open Open KOB File (LOD 1)", "ENABLE Frame4 on",
+                                "ENABLE btnBrowseLOD1 on", "ENABLE txtFilePathLOD1 on",
+                                "TEXT mskAutoLOD0=0.250", "TEXT mskAutoLOD1=0.000",
+                                "ENABLE btnAdvancedSettings on", "TEXT txtFilePathLOD1=" + path("low.kob")}));
   EXPECT_EQ(frm.lstDataLOD1.Store().List(0), "[LOD 0]");
   EXPECT_EQ(frm.lstDataLOD1.Store().List(2), "Surface0=LOD 0 part");
 }
@@ -380,8 +423,9 @@ TEST_F(SourceLoadingTest, CancelledCheckUnchecksTheBoxThroughTheHandler) {
   openLOD0("one.kob");
   recordChanges();
   checkAndCancel();
-  EXPECT_EQ(platform.events, (std::vector<std::string>{"VALUE chkAddLOD1=1", "DIALOG open Open KOB File (LOD 1)",
-                                                       "VALUE chkAddLOD1=0"}));
+  EXPECT_EQ(platform.events,
+            (std::vector<std::string>{"VALUE chkAddLOD1=1", "DIALOG open Open KOB File (LOD 1)",
+                                      "VALUE chkAddLOD1=0"}));
 }
 
 TEST_F(SourceLoadingTest, RefusedCheckShowsTheValidatorsMessageAndLeavesNoTrace) {
@@ -466,7 +510,8 @@ TEST_F(SourceLoadingTest, TwoLodSourceOpenedTwiceGoesTwoZeroTwoToTheSameResult) 
   std::string first = snapshot();
   recordChanges();
   openLOD0("two.kob");
-  EXPECT_EQ(eventsStartingWith("VALUE"), (std::vector<std::string>{"VALUE chkAddLOD1=0", "VALUE chkAddLOD1=2"}));
+  EXPECT_EQ(eventsStartingWith("VALUE"),
+            (std::vector<std::string>{"VALUE chkAddLOD1=0", "VALUE chkAddLOD1=2"}));
   EXPECT_EQ(snapshot(), first);
   EXPECT_EQ(program.AdvancedSettings().mskAutoLOD0.Text(), "0.300");
 }
@@ -512,7 +557,9 @@ struct DialogCase {
   std::string filter;
 };
 
-void PrintTo(const DialogCase& row, std::ostream* os) { *os << row.name; }
+void PrintTo(const DialogCase& row, std::ostream* os) {
+  *os << row.name;
+}
 
 class LoadingDialog : public SourceLoadingTest, public ::testing::WithParamInterface<DialogCase> {};
 
@@ -534,10 +581,10 @@ TEST_P(LoadingDialog, AsksWithItsTitleAndFilterFromTheRememberedDirectory) {
 
 INSTANTIATE_TEST_SUITE_P(
     Handlers, LoadingDialog,
-    ::testing::Values(DialogCase{"BrowseLOD0", [](frmKorvane& f) { f.btnBrowseLOD0.Click(); }, "Open KOB File (LOD 0)",
-                                 kKobFilter},
-                      DialogCase{"BrowseLOD1", [](frmKorvane& f) { f.btnBrowseLOD1.Click(); }, "Open KOB File (LOD 1)",
-                                 kKobFilter},
+    ::testing::Values(DialogCase{"BrowseLOD0", [](frmKorvane& f) { f.btnBrowseLOD0.Click(); },
+                                 "Open KOB File (LOD 0)", kKobFilter},
+                      DialogCase{"BrowseLOD1", [](frmKorvane& f) { f.btnBrowseLOD1.Click(); },
+                                 "Open KOB File (LOD 1)", kKobFilter},
                       DialogCase{"CheckAddLOD1", [](frmKorvane& f) { f.chkAddLOD1.AuthorClick(); },
                                  "Open KOB File (LOD 1)", kKobFilter},
                       DialogCase{"BrowseTextureMap", [](frmKorvane& f) { f.btnBrowseTextureMap.Click(); },
@@ -556,13 +603,15 @@ struct NumberCase {
   std::vector<std::string> messages;
 };
 
-void PrintTo(const NumberCase& row, std::ostream* os) { *os << row.name; }
+void PrintTo(const NumberCase& row, std::ostream* os) {
+  *os << row.name;
+}
 
 class NumberOfLOD : public SourceLoadingTest, public ::testing::WithParamInterface<NumberCase> {};
 
 TEST_P(NumberOfLOD, ShowsTheWholeNumberAndDecidesTheBox) {
-  std::string source = dir.write(
-      "n.kob", crlf({"[LOD Information]", GetParam().line, "AutoLOD#0=0.25", "AutoLOD#1=0.125"}));
+  std::string source =
+      dir.write("n.kob", crlf({"[LOD Information]", GetParam().line, "AutoLOD#0=0.25", "AutoLOD#1=0.125"}));
   // As a LOD 0 click leaves them before this step.
   frm.lblLODnum.SetCaption("9");
   frm.chkAddLOD1.SetEnabled(false);

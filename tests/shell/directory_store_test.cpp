@@ -21,12 +21,14 @@ class FaultyStore : public testing::ScriptedPlatform {
   bool writeThrows = false;
   int writes = 0;
 
-  std::optional<std::string> readUserValue(const std::string& keyPath, const std::string& valueName) override {
+  std::optional<std::string> readUserValue(const std::string& keyPath,
+                                           const std::string& valueName) override {
     if (readFault == Fault::Failure) throw RuntimeFailure(failure_number::PermissionDenied);
     if (readFault == Fault::NoMemory) throw std::bad_alloc();
     return ScriptedPlatform::readUserValue(keyPath, valueName);
   }
-  bool writeUserValue(const std::string& keyPath, const std::string& valueName, const std::string& data) override {
+  bool writeUserValue(const std::string& keyPath, const std::string& valueName,
+                      const std::string& data) override {
     ++writes;
     if (writeThrows) throw RuntimeFailure(failure_number::PermissionDenied);
     return ScriptedPlatform::writeUserValue(keyPath, valueName, data);
@@ -43,7 +45,9 @@ struct StoredText {
   const char* name;
   std::string text;
 };
-void PrintTo(const StoredText& row, std::ostream* os) { *os << row.name; }
+void PrintTo(const StoredText& row, std::ostream* os) {
+  *os << row.name;
+}
 
 class StoredTextReadsBack : public DirectoryStoreTest, public ::testing::WithParamInterface<StoredText> {};
 
@@ -53,15 +57,17 @@ TEST_P(StoredTextReadsBack, WithoutQuotingOrSeparatorChanges) {
   EXPECT_TRUE(platform.messages.empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Texts, StoredTextReadsBack,
-    ::testing::Values(StoredText{"RootDirectory", "/"}, StoredText{"WindowsRoot", "C:\\"},
-                      StoredText{"Blanks", "/home/author/My Objects/ crates "},
-                      StoredText{"Backslashes", "D:\\Objects\\Crates\\"},
-                      StoredText{"NonAscii", "/home/autor/M\xc3\xb6""bel/\xe6\x9c\xa8"},
-                      StoredText{"QuotesKeptAsText", "\"/quoted dir\""},
-                      StoredText{"DirectoryThatDoesNotExist", "/no/such/place"}),
-    [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Texts, StoredTextReadsBack,
+                         ::testing::Values(StoredText{"RootDirectory", "/"},
+                                           StoredText{"WindowsRoot", "C:\\"},
+                                           StoredText{"Blanks", "/home/author/My Objects/ crates "},
+                                           StoredText{"Backslashes", "D:\\Objects\\Crates\\"},
+                                           StoredText{"NonAscii",
+                                                      "/home/autor/M\xc3\xb6"
+                                                      "bel/\xe6\x9c\xa8"},
+                                           StoredText{"QuotesKeptAsText", "\"/quoted dir\""},
+                                           StoredText{"DirectoryThatDoesNotExist", "/no/such/place"}),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(DirectoryStoreTest, MissingKeyOrValueReadsAsEmptyWithoutMessage) {
   EXPECT_EQ(GetRegStr(platform, kKey, "DefaultDir", HKEY_CURRENT_USER), "");

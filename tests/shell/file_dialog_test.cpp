@@ -14,7 +14,8 @@ const std::pair<std::string, std::string> kDefaultDir{"Software\\Korvane", "Defa
 class CountingPlatform : public testing::ScriptedPlatform {
  public:
   int writes = 0;
-  bool writeUserValue(const std::string& keyPath, const std::string& valueName, const std::string& data) override {
+  bool writeUserValue(const std::string& keyPath, const std::string& valueName,
+                      const std::string& data) override {
     ++writes;
     return ScriptedPlatform::writeUserValue(keyPath, valueName, data);
   }
@@ -68,7 +69,8 @@ TEST_F(FileDialogTest, EveryCallSetsEveryPropertyAndNothingCarriesOver) {
   EXPECT_EQ(control.InitDir, "/out");
   EXPECT_EQ(control.Filter, kKobFilter);
   EXPECT_EQ(control.FilterIndex, 1);
-  EXPECT_EQ(platform.events, (std::vector<std::string>{"DIALOG open Open TGA File", "DIALOG save Save KOB File As..."}));
+  EXPECT_EQ(platform.events,
+            (std::vector<std::string>{"DIALOG open Open TGA File", "DIALOG save Save KOB File As..."}));
 }
 
 struct Chosen {
@@ -76,7 +78,9 @@ struct Chosen {
   std::string path;
   std::string directory;
 };
-void PrintTo(const Chosen& row, std::ostream* os) { *os << row.name; }
+void PrintTo(const Chosen& row, std::ostream* os) {
+  *os << row.name;
+}
 
 class ConfirmedFile : public FileDialogTest, public ::testing::WithParamInterface<Chosen> {};
 
@@ -92,9 +96,14 @@ INSTANTIATE_TEST_SUITE_P(
     Paths, ConfirmedFile,
     ::testing::Values(Chosen{"PlainDirectory", "/home/author/objects/crate.kob", "/home/author/objects"},
                       Chosen{"FileInTheRoot", "/crate.kob", "/"},
-                      Chosen{"BlanksInTheDirectory", "/home/author/My Objects/a b.kob", "/home/author/My Objects"},
+                      Chosen{"BlanksInTheDirectory", "/home/author/My Objects/a b.kob",
+                             "/home/author/My Objects"},
                       Chosen{"BackslashIsPartOfTheName", "/home/a\\b/crate.kob", "/home/a\\b"},
-                      Chosen{"NonAsciiDirectory", "/home/autor/M\xc3\xb6""bel/tisch.kob", "/home/autor/M\xc3\xb6""bel"},
+                      Chosen{"NonAsciiDirectory",
+                             "/home/autor/M\xc3\xb6"
+                             "bel/tisch.kob",
+                             "/home/autor/M\xc3\xb6"
+                             "bel"},
                       Chosen{"NameWithoutExtension", "/objects/crate", "/objects"},
                       Chosen{"NameWithoutDirectoryLiesInTheCurrentOne", "crate.kob", "/home/author"}),
     [](const auto& info) { return std::string(info.param.name); });

@@ -16,11 +16,13 @@ class CountingPlatform : public testing::ScriptedPlatform {
   int writes = 0;
   bool unloadThrows = false;
   bool readThrows = false;
-  bool writeUserValue(const std::string& keyPath, const std::string& valueName, const std::string& data) override {
+  bool writeUserValue(const std::string& keyPath, const std::string& valueName,
+                      const std::string& data) override {
     ++writes;
     return ScriptedPlatform::writeUserValue(keyPath, valueName, data);
   }
-  std::optional<std::string> readUserValue(const std::string& keyPath, const std::string& valueName) override {
+  std::optional<std::string> readUserValue(const std::string& keyPath,
+                                           const std::string& valueName) override {
     if (readThrows) throw RuntimeFailure(failure_number::OutOfMemory);
     return ScriptedPlatform::readUserValue(keyPath, valueName);
   }
@@ -47,7 +49,9 @@ struct Remembered {
   std::optional<std::string> stored;
   std::string expected;
 };
-void PrintTo(const Remembered& row, std::ostream* os) { *os << row.name; }
+void PrintTo(const Remembered& row, std::ostream* os) {
+  *os << row.name;
+}
 
 class MainStartsIn : public ProgramTest, public ::testing::WithParamInterface<Remembered> {};
 
@@ -66,7 +70,11 @@ INSTANTIATE_TEST_SUITE_P(
                       Remembered{"StoredPath", std::string("/data/objects"), "/data/objects"},
                       Remembered{"BlanksKept", std::string(" /my objects/ "), " /my objects/ "},
                       Remembered{"BackslashesKept", std::string("C:\\Objects\\"), "C:\\Objects\\"},
-                      Remembered{"NonAsciiKept", std::string("/home/autor/\xc3\x9c""bung"), "/home/autor/\xc3\x9c""bung"},
+                      Remembered{"NonAsciiKept",
+                                 std::string("/home/autor/\xc3\x9c"
+                                             "bung"),
+                                 "/home/autor/\xc3\x9c"
+                                 "bung"},
                       Remembered{"MissingDirectoryTakenAsItStands", std::string("/gone"), "/gone"}),
     [](const auto& info) { return std::string(info.param.name); });
 
@@ -85,7 +93,8 @@ TEST_F(ProgramTest, UnreadableStoreIsReportedBeforeTheWindowAndTakenAsFirstRun) 
   platform.readThrows = true;
   program.Main();
   EXPECT_EQ(platform.events,
-            (std::vector<std::string>{"MSGBOX Unexpected error in GetRegStr \n\n 7 - Out of memory", "SHOW frmKorvane"}));
+            (std::vector<std::string>{"MSGBOX Unexpected error in GetRegStr \n\n 7 - Out of memory",
+                                      "SHOW frmKorvane"}));
   EXPECT_EQ(DefaultDirPath, "/home/author");
 }
 
