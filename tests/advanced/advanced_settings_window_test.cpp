@@ -140,11 +140,5 @@ INSTANTIATE_TEST_SUITE_P(Typed, LeavingAField,
                                            LeaveCase{"BeyondTheRealRange", "1e999", "1e999"}),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(SettingsWindow, ASetByTheProgramIsNotNormalised) {
-  frmAdvancedSettings& settings = program.AdvancedSettings();
-  settings.mskAutoLOD0.SetText("0.25");
-  EXPECT_EQ(settings.mskAutoLOD0.Text(), "0.25");
-}
-
 }  // namespace
 }  // namespace korvane

@@ -49,6 +49,8 @@ INSTANTIATE_TEST_SUITE_P(
         NormalCase{"DecimalHalfBelowBinaryGoesToEven", "1.0005", "1.000"},
         NormalCase{"DecimalHalfAboveBinaryGoesToEven", "0.0005", "0.000"},
         NormalCase{"DecimalHalfToEvenUp", "0.0015", "0.002"},
+        // Sixteen digits would read this one as 0.008500000000000001.
+        NormalCase{"HalfWhoseSixteenthDigitIsNotZero", "0.0085", "0.008"},
         NormalCase{"ExponentHalfToEven", "2.5e-3", "0.002"},
         NormalCase{"NegativeRoundingToZeroHasNoSign", "-0.0004", "0.000"},
         NormalCase{"NegativeRoundsAwayFromZero", "-0.0006", "-0.001"},

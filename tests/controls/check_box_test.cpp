@@ -65,13 +65,5 @@ TEST_F(CheckBoxRecord, DisabledBoxStillRunsItsHandlerOnASet) {
   EXPECT_EQ(seen, std::vector<int>{1});
 }
 
-TEST_F(CheckBoxRecord, AuthorClickOnGrayedUnchecks) {
-  box.SetValue(2);
-  box.AuthorClick();
-  EXPECT_EQ(box.Value(), 0);
-  box.AuthorClick();
-  EXPECT_EQ(box.Value(), 1);
-}
-
 }  // namespace
 }  // namespace korvane

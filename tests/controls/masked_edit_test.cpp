@@ -77,14 +77,5 @@ TEST_F(MaskedEditRecord, DisabledFieldStillRunsItsHandler) {
   EXPECT_EQ(seen, std::vector<std::string>{"9"});
 }
 
-TEST_F(MaskedEditRecord, LostFocusRunsItsOwnHandlerOnly) {
-  int left = 0;
-  free.onLostFocus = [&] { ++left; };
-  free.SetText("x");
-  EXPECT_EQ(left, 0);
-  free.LostFocus();
-  EXPECT_EQ(left, 1);
-}
-
 }  // namespace
 }  // namespace korvane

@@ -55,15 +55,5 @@ TEST_F(MainWindowLoad, FirstScreenShowsMidGreyWithTheEditorOff) {
   EXPECT_FALSE(program.AdvancedSettingsLoaded());
 }
 
-TEST_F(MainWindowLoad, SwatchFollowsTheBarsOfThatChannelOnly) {
-  // The channels are wired to their own controls: a move in green leaves red and blue.
-  frm.Form_Load();
-  frm.sldColorKey1.AuthorMove(3);
-  EXPECT_EQ(frm.mskColorKey1.Text(), "3");
-  EXPECT_EQ(frm.lblShowColor.BackColor(), (Rgb{128, 3, 128}));
-  EXPECT_EQ(frm.mskColorKey0.Text(), "128");
-  EXPECT_EQ(frm.mskColorKey2.Text(), "128");
-}
-
 }  // namespace
 }  // namespace korvane
