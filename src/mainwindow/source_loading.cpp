@@ -27,8 +27,8 @@ std::string askForLOD1Source(frmKorvane& frm) {
   return askForFile(frm, "Open KOB File (LOD 1)", kKobFilter);
 }
 
-// The name rule splits at backslashes only; the dialog gives the platform's
-// own separators.
+// The name rule splits at backslashes only; paths from the dialog may use
+// forward slashes.
 std::string withBackslashes(std::string path) {
   std::replace(path.begin(), path.end(), '/', '\\');
   return path;

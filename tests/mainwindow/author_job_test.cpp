@@ -207,5 +207,33 @@ TEST_F(AuthorJob, RefusedAndCancelledStepsOnTheWayChangeNothingInTheOutput) {
   EXPECT_EQ(saveAs(dir.file("out.kob")), kCrate);
 }
 
+TEST_F(AuthorJob, Lod1SourceWithAnotherMarkerAddsTheLodBlockButNoLines) {
+  openLOD0(dir.write("crate.kob", kCrate));
+  std::string low = dir.write("low.kob", crlf({"[Material - 0]", "TextureMap=low.tga", "[LOD Information]",
+                                               "NumberOfLOD=1", "[lod 0]", "NumberOfSurfaces=1"}));
+  addLOD1(low);
+  EXPECT_EQ(frm.txtFilePathLOD1.Text(), low);
+  EXPECT_EQ(frm.lstDataLOD1.Store().ListCount(), 0);
+  EXPECT_TRUE(platform.messages.empty());
+  std::string head = kCrate.substr(0, kCrate.find("NumberOfLOD=1"));
+  std::string tail = kCrate.substr(kCrate.find("[LOD 0]"));
+  EXPECT_EQ(saveAs(dir.file("out.kob")),
+            head + crlf({"NumberOfLOD=2", "UseAutoLOD=T", "AutoLOD#0=0.250", "AutoLOD#1=0.000"}) + tail);
+}
+
+TEST_F(AuthorJob, RefusedColorKeyIsReportedAndTheLoadGoesOn) {
+  std::string source = dir.write("hot.kob", crlf({"[Material - 0]", "TextureMap=hot.tga", "ColorKey=300,0,0",
+                                                  "[LOD Information]", "NumberOfLOD=1"}));
+  openLOD0(source);
+  EXPECT_EQ(platform.messages, Lines{"Unexpected error in ReadColorKeyINI: Invalid property value ( 380)"});
+  EXPECT_EQ(frm.chkAddColorKey.Value(), 0);
+  EXPECT_EQ(frm.lblLODnum.Caption(), "1");
+  EXPECT_TRUE(frm.chkAddLOD1.Enabled());
+  EXPECT_EQ(frm.lstDataLOD0.Store().ListCount(), 5);
+  // With the ColorKey off, the source's line is not carried into the output.
+  EXPECT_EQ(saveAs(dir.file("out.kob")),
+            crlf({"[Material - 0]", "TextureMap=hot.tga", "[LOD Information]", "NumberOfLOD=1"}));
+}
+
 }  // namespace
 }  // namespace korvane

@@ -516,14 +516,6 @@ TEST_F(SourceLoadingTest, TwoLodSourceOpenedTwiceGoesTwoZeroTwoToTheSameResult) 
   EXPECT_EQ(program.AdvancedSettings().mskAutoLOD0.Text(), "0.300");
 }
 
-TEST_F(SourceLoadingTest, LOD0LinesAreStoredWhole) {
-  openLOD0("one.kob");
-  const LineStore& lines = frm.lstDataLOD0.Store();
-  ASSERT_EQ(lines.ListCount(), 9);
-  EXPECT_EQ(lines.List(0), "[Object]");
-  EXPECT_EQ(lines.List(8), "Surface0=1 2 3");
-}
-
 // ---- The texture map -------------------------------------------------------
 
 TEST_F(SourceLoadingTest, BrowsedTextureMapShowsItsNameOnly) {
