@@ -122,18 +122,19 @@ TEST_P(ReadFileLOD1Marker, StoresFromTheFirstExactMarkerLineOn) {
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, ReadFileLOD1Marker,
-    ::testing::Values(
-        MarkerCase{"LinesAheadOfTheMarkerDropped", crlf({"[Material - 0]", "TextureMap=b.tga", "[LOD 0]", "v 1", "v 2"}),
-                   {"[LOD 0]", "v 1", "v 2"}},
-        MarkerCase{"NoMarkerStoresNothing", crlf({"[Material - 0]", "TextureMap=b.tga"}), {}},
-        MarkerCase{"SecondMarkerIsAnOrdinaryLine", crlf({"a", "[LOD 0]", "b", "[LOD 0]", "c"}),
-                   {"[LOD 0]", "b", "[LOD 0]", "c"}},
-        MarkerCase{"OtherCapitalsAreNoMarker", crlf({"[lod 0]", "a"}), {}},
-        MarkerCase{"BlankAheadIsNoMarker", crlf({" [LOD 0]", "a"}), {}},
-        MarkerCase{"BlankBehindIsNoMarker", crlf({"[LOD 0] ", "a"}), {}},
-        MarkerCase{"MarkerAsLastLineWithoutLineEnd", "a\r\n[LOD 0]", {"[LOD 0]"}},
-        MarkerCase{"CrOnlyLineEnds", "a\r[LOD 0]\rb\r", {"[LOD 0]", "b"}},
-        MarkerCase{"LfOnlyFileHasNoMarkerLine", "a\n[LOD 0]\nb\n", {}}),
+    ::testing::Values(MarkerCase{"LinesAheadOfTheMarkerDropped",
+                                 crlf({"[Material - 0]", "TextureMap=b.tga", "[LOD 0]", "v 1", "v 2"}),
+                                 {"[LOD 0]", "v 1", "v 2"}},
+                      MarkerCase{"NoMarkerStoresNothing", crlf({"[Material - 0]", "TextureMap=b.tga"}), {}},
+                      MarkerCase{"SecondMarkerIsAnOrdinaryLine",
+                                 crlf({"a", "[LOD 0]", "b", "[LOD 0]", "c"}),
+                                 {"[LOD 0]", "b", "[LOD 0]", "c"}},
+                      MarkerCase{"OtherCapitalsAreNoMarker", crlf({"[lod 0]", "a"}), {}},
+                      MarkerCase{"BlankAheadIsNoMarker", crlf({" [LOD 0]", "a"}), {}},
+                      MarkerCase{"BlankBehindIsNoMarker", crlf({"[LOD 0] ", "a"}), {}},
+                      MarkerCase{"MarkerAsLastLineWithoutLineEnd", "a\r\n[LOD 0]", {"[LOD 0]"}},
+                      MarkerCase{"CrOnlyLineEnds", "a\r[LOD 0]\rb\r", {"[LOD 0]", "b"}},
+                      MarkerCase{"LfOnlyFileHasNoMarkerLine", "a\n[LOD 0]\nb\n", {}}),
     [](const auto& info) { return std::string(info.param.name); });
 
 // Ignores SIGXFSZ and caps the size of files this process writes, so that a
@@ -217,19 +218,20 @@ TEST_P(TransferFailure, ShowsOneMessageInTheProcedureFrame) {
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, TransferFailure,
-    ::testing::Values(
-        FailureCase{"ReadLOD0MissingFile", ReadFileLOD0, "absent.kob",
-                    "Unexpected error in ReadFileLOD0: File not found ( 53)"},
-        FailureCase{"ReadLOD1MissingFile", ReadFileLOD1, "absent.kob",
-                    "Unexpected error in ReadFileLOD1: File not found ( 53)"},
-        FailureCase{"ReadLOD0Directory", ReadFileLOD0, "", "Unexpected error in ReadFileLOD0: Path/File access error ( 75)"},
-        FailureCase{"ReadLOD1MissingDirectory", ReadFileLOD1, "absent/lod1.kob",
-                    "Unexpected error in ReadFileLOD1: Path not found ( 76)"},
-        FailureCase{"SaveLOD0Directory", SaveFileLOD0, "", "Unexpected error in SaveFileLOD0: Path/File access error ( 75)"},
-        FailureCase{"SaveLOD0MissingDirectory", SaveFileLOD0, "absent/out.kob",
-                    "Unexpected error in SaveFileLOD0: Path not found ( 76)"},
-        FailureCase{"SaveCombinedMissingDirectory", SaveFileCombined, "absent/out.kob",
-                    "Unexpected error in SaveFileCombined: Path not found ( 76)"}),
+    ::testing::Values(FailureCase{"ReadLOD0MissingFile", ReadFileLOD0, "absent.kob",
+                                  "Unexpected error in ReadFileLOD0: File not found ( 53)"},
+                      FailureCase{"ReadLOD1MissingFile", ReadFileLOD1, "absent.kob",
+                                  "Unexpected error in ReadFileLOD1: File not found ( 53)"},
+                      FailureCase{"ReadLOD0Directory", ReadFileLOD0, "",
+                                  "Unexpected error in ReadFileLOD0: Path/File access error ( 75)"},
+                      FailureCase{"ReadLOD1MissingDirectory", ReadFileLOD1, "absent/lod1.kob",
+                                  "Unexpected error in ReadFileLOD1: Path not found ( 76)"},
+                      FailureCase{"SaveLOD0Directory", SaveFileLOD0, "",
+                                  "Unexpected error in SaveFileLOD0: Path/File access error ( 75)"},
+                      FailureCase{"SaveLOD0MissingDirectory", SaveFileLOD0, "absent/out.kob",
+                                  "Unexpected error in SaveFileLOD0: Path not found ( 76)"},
+                      FailureCase{"SaveCombinedMissingDirectory", SaveFileCombined, "absent/out.kob",
+                                  "Unexpected error in SaveFileCombined: Path not found ( 76)"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(FileTransfer, FailedReadLeavesOnlyItsOwnStoreCleared) {

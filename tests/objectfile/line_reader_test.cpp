@@ -47,19 +47,20 @@ using namespace std::string_literals;
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, LineReading,
-    ::testing::Values(
-        ReadCase{"CrLfEndsALine", "a\r\nb\r\nc\r\n", {"a", "b", "c"}},
-        ReadCase{"CrAloneEndsALine", "a\rb\rc\r", {"a", "b", "c"}},
-        ReadCase{"LfAloneStaysInTheLine", "a\nb\nc\n", {"a\nb\nc\n"}},
-        ReadCase{"LfBeforeCrLfStaysInTheLine", "a\nb\r\nc", {"a\nb", "c"}},
-        ReadCase{"LastLineWithoutLineEnd", "a\r\nb", {"a", "b"}},
-        ReadCase{"EmptyFileHasNoLine", "", {}},
-        ReadCase{"LoneLineEndIsOneEmptyLine", "\r\n", {""}},
-        ReadCase{"BlankLinesKeepTheirPlace", "a\r\n\r\n\rb\r\n", {"a", "", "", "b"}},
-        ReadCase{"CrThenCrLfIsTwoLineEnds", "a\r\r\nb", {"a", "", "b"}},
-        ReadCase{"CrLfThenLfOpensALine", "a\r\n\nb\r\n", {"a", "\nb"}},
-        ReadCase{"BlanksAndTabsAtBothEndsKept", " \ta b\t \r\n\t\r\n", {" \ta b\t ", "\t"}},
-        ReadCase{"ControlAndHighBytesPass", "x\0y\x1a\x7f\xff\xe9\r\n\x1a"s, {"x\0y\x1a\x7f\xff\xe9"s, "\x1a"}}),
+    ::testing::Values(ReadCase{"CrLfEndsALine", "a\r\nb\r\nc\r\n", {"a", "b", "c"}},
+                      ReadCase{"CrAloneEndsALine", "a\rb\rc\r", {"a", "b", "c"}},
+                      ReadCase{"LfAloneStaysInTheLine", "a\nb\nc\n", {"a\nb\nc\n"}},
+                      ReadCase{"LfBeforeCrLfStaysInTheLine", "a\nb\r\nc", {"a\nb", "c"}},
+                      ReadCase{"LastLineWithoutLineEnd", "a\r\nb", {"a", "b"}},
+                      ReadCase{"EmptyFileHasNoLine", "", {}},
+                      ReadCase{"LoneLineEndIsOneEmptyLine", "\r\n", {""}},
+                      ReadCase{"BlankLinesKeepTheirPlace", "a\r\n\r\n\rb\r\n", {"a", "", "", "b"}},
+                      ReadCase{"CrThenCrLfIsTwoLineEnds", "a\r\r\nb", {"a", "", "b"}},
+                      ReadCase{"CrLfThenLfOpensALine", "a\r\n\nb\r\n", {"a", "\nb"}},
+                      ReadCase{"BlanksAndTabsAtBothEndsKept", " \ta b\t \r\n\t\r\n", {" \ta b\t ", "\t"}},
+                      ReadCase{"ControlAndHighBytesPass",
+                               "x\0y\x1a\x7f\xff\xe9\r\n\x1a"s,
+                               {"x\0y\x1a\x7f\xff\xe9"s, "\x1a"}}),
     [](const auto& info) { return std::string(info.param.name); });
 
 // Lines that meet the edge of one read buffer must come out as if there were none.

@@ -54,9 +54,9 @@ TEST(ProfileService, QuotesAreDroppedBeforeTheCut) {
 TEST(ProfileService, BlanksLongerThanTheReadBufferAroundKeyAndValueDoNotCount) {
   TempDir dir;
   std::string blanks(200 * 1024, ' ');
-  std::string path = dir.write(
-      "source.kob", crlf({"[Material - 0]" + blanks, "TextureMap" + blanks + "=" + blanks + "\"a" + blanks + "b\"" +
-                                                        blanks}));
+  std::string path =
+      dir.write("source.kob", crlf({"[Material - 0]" + blanks,
+                                    "TextureMap" + blanks + "=" + blanks + "\"a" + blanks + "b\"" + blanks}));
   EXPECT_EQ(textureMap(path, 255).text, "a" + std::string(253, ' '));
   EXPECT_EQ(textureMap(path, 300000).text, "a" + blanks + "b");
 }

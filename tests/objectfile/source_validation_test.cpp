@@ -48,7 +48,9 @@ Verdict validate(bool (*validator)(Platform&, const std::string&), const std::st
 }
 
 const Verdict kAccepted{true, {}};
-Verdict refused(const std::string& message) { return {false, {message}}; }
+Verdict refused(const std::string& message) {
+  return {false, {message}};
+}
 const Verdict kRefusedSilently{false, {}};
 
 struct NumberCase {
@@ -70,25 +72,24 @@ TEST_P(NumberOfLODRange, CountsByWhatTheTextRoundsTo) {
 
 INSTANTIATE_TEST_SUITE_P(
     Table, NumberOfLODRange,
-    ::testing::Values(NumberCase{"One", "1", kAccepted, kAccepted},
-                      NumberCase{"Two", "2", kAccepted, refused(kInvalidLOD1)},
-                      NumberCase{"Three", "3", refused(kInvalidLOD0), refused(kInvalidLOD1)},
-                      NumberCase{"Zero", "0", refused(kInvalidLOD0), refused(kInvalidLOD1)},
-                      NumberCase{"MinusOne", "-1", refused(kInvalidLOD0), refused(kInvalidLOD1)},
-                      NumberCase{"HalfRoundsToEvenZero", "0.5", refused(kInvalidLOD0), refused(kInvalidLOD1)},
-                      NumberCase{"PointSixRoundsToOne", "0.6", kAccepted, kAccepted},
-                      NumberCase{"OneAndHalfRoundsToEvenTwo", "1.5", kAccepted, refused(kInvalidLOD1)},
-                      NumberCase{"TwoPointFourRoundsToTwo", "2.4", kAccepted, refused(kInvalidLOD1)},
-                      NumberCase{"TwoAndHalfRoundsToEvenTwo", "2.5", kAccepted, refused(kInvalidLOD1)},
-                      NumberCase{"TwoPointSixRoundsToThree", "2.6", refused(kInvalidLOD0), refused(kInvalidLOD1)},
-                      NumberCase{"TextBehindTheNumber", "2 objects", kAccepted, refused(kInvalidLOD1)},
-                      NumberCase{"NoNumberIsZero", "two", refused(kInvalidLOD0), refused(kInvalidLOD1)},
-                      NumberCase{"BeyondThirtyTwoBitsRefusedSilently", "10000000000", kRefusedSilently,
-                                 kRefusedSilently},
-                      NumberCase{"FarBelowThirtyTwoBitsRefusedSilently", "-3000000000", kRefusedSilently,
-                                 kRefusedSilently},
-                      NumberCase{"LargestThirtyTwoBitsIsOnlyOutOfRange", "2147483647", refused(kInvalidLOD0),
-                                 refused(kInvalidLOD1)}),
+    ::testing::Values(
+        NumberCase{"One", "1", kAccepted, kAccepted},
+        NumberCase{"Two", "2", kAccepted, refused(kInvalidLOD1)},
+        NumberCase{"Three", "3", refused(kInvalidLOD0), refused(kInvalidLOD1)},
+        NumberCase{"Zero", "0", refused(kInvalidLOD0), refused(kInvalidLOD1)},
+        NumberCase{"MinusOne", "-1", refused(kInvalidLOD0), refused(kInvalidLOD1)},
+        NumberCase{"HalfRoundsToEvenZero", "0.5", refused(kInvalidLOD0), refused(kInvalidLOD1)},
+        NumberCase{"PointSixRoundsToOne", "0.6", kAccepted, kAccepted},
+        NumberCase{"OneAndHalfRoundsToEvenTwo", "1.5", kAccepted, refused(kInvalidLOD1)},
+        NumberCase{"TwoPointFourRoundsToTwo", "2.4", kAccepted, refused(kInvalidLOD1)},
+        NumberCase{"TwoAndHalfRoundsToEvenTwo", "2.5", kAccepted, refused(kInvalidLOD1)},
+        NumberCase{"TwoPointSixRoundsToThree", "2.6", refused(kInvalidLOD0), refused(kInvalidLOD1)},
+        NumberCase{"TextBehindTheNumber", "2 objects", kAccepted, refused(kInvalidLOD1)},
+        NumberCase{"NoNumberIsZero", "two", refused(kInvalidLOD0), refused(kInvalidLOD1)},
+        NumberCase{"BeyondThirtyTwoBitsRefusedSilently", "10000000000", kRefusedSilently, kRefusedSilently},
+        NumberCase{"FarBelowThirtyTwoBitsRefusedSilently", "-3000000000", kRefusedSilently, kRefusedSilently},
+        NumberCase{"LargestThirtyTwoBitsIsOnlyOutOfRange", "2147483647", refused(kInvalidLOD0),
+                   refused(kInvalidLOD1)}),
     [](const auto& info) { return std::string(info.param.name); });
 
 struct LayoutCase {
@@ -111,8 +112,9 @@ TEST_P(SourceLayout, FirstFailedCheckGivesTheOnlyMessage) {
 INSTANTIATE_TEST_SUITE_P(
     Files, SourceLayout,
     ::testing::Values(
-        LayoutCase{"SmallestLOD0Source", crlf({"[Material - 0]", "TextureMap=a", "[LOD Information]", "NumberOfLOD=1"}),
-                   kAccepted, refused(kSurfacesNotFound)},
+        LayoutCase{"SmallestLOD0Source",
+                   crlf({"[Material - 0]", "TextureMap=a", "[LOD Information]", "NumberOfLOD=1"}), kAccepted,
+                   refused(kSurfacesNotFound)},
         LayoutCase{"SmallestLOD1Source",
                    crlf({"[Material - 0]", "TextureMap=a", "[LOD Information]", "NumberOfLOD=1", "[LOD 0]",
                          "NumberOfSurfaces=x"}),
@@ -122,7 +124,8 @@ INSTANTIATE_TEST_SUITE_P(
         LayoutCase{"EmptyFile", "", refused(kTextureMapNotFound), refused(kTextureMapNotFound)},
         LayoutCase{"NeitherKeyGivesOnlyTheTextureMapMessage", crlf({"[Material - 0]", "[LOD Information]"}),
                    refused(kTextureMapNotFound), refused(kTextureMapNotFound)},
-        LayoutCase{"EmptyTextureMap", crlf({"[Material - 0]", "TextureMap=", "[LOD Information]", "NumberOfLOD=1"}),
+        LayoutCase{"EmptyTextureMap",
+                   crlf({"[Material - 0]", "TextureMap=", "[LOD Information]", "NumberOfLOD=1"}),
                    refused(kTextureMapNotFound), refused(kTextureMapNotFound)},
         LayoutCase{"TextureMapNotFound",
                    crlf({"[Material - 0]", "TextureMap=NotFound", "[LOD Information]", "NumberOfLOD=1"}),
@@ -130,10 +133,12 @@ INSTANTIATE_TEST_SUITE_P(
         LayoutCase{"TextureMapInAnotherSection",
                    crlf({"[Material - 1]", "TextureMap=a", "[LOD Information]", "NumberOfLOD=1"}),
                    refused(kTextureMapNotFound), refused(kTextureMapNotFound)},
-        LayoutCase{"NoNumberOfLOD", crlf({"[Material - 0]", "TextureMap=a", "[LOD Information]", "[LOD 0]",
-                                          "NumberOfSurfaces=1"}),
-                   refused(kNumberOfLODNotFound), refused(kNumberOfLODNotFound)},
-        LayoutCase{"EmptyNumberOfLOD", crlf({"[Material - 0]", "TextureMap=a", "[LOD Information]", "NumberOfLOD= "}),
+        LayoutCase{
+            "NoNumberOfLOD",
+            crlf({"[Material - 0]", "TextureMap=a", "[LOD Information]", "[LOD 0]", "NumberOfSurfaces=1"}),
+            refused(kNumberOfLODNotFound), refused(kNumberOfLODNotFound)},
+        LayoutCase{"EmptyNumberOfLOD",
+                   crlf({"[Material - 0]", "TextureMap=a", "[LOD Information]", "NumberOfLOD= "}),
                    refused(kNumberOfLODNotFound), refused(kNumberOfLODNotFound)},
         LayoutCase{"NumberOfLODNotFound",
                    crlf({"[Material - 0]", "TextureMap=a", "[LOD Information]", "NumberOfLOD=NotFound"}),
@@ -157,9 +162,10 @@ INSTANTIATE_TEST_SUITE_P(
         LayoutCase{"TwoLODsWithoutSurfacesIsOnlyTheLOD1Message",
                    crlf({"[Material - 0]", "TextureMap=a", "[LOD Information]", "NumberOfLOD=2"}), kAccepted,
                    refused(kInvalidLOD1)},
-        LayoutCase{"LfLineEndsAreReadByTheLookup",
-                   "[Material - 0]\nTextureMap=a\n[LOD Information]\nNumberOfLOD=1\n[LOD 0]\nNumberOfSurfaces=2\n",
-                   kAccepted, kAccepted}),
+        LayoutCase{
+            "LfLineEndsAreReadByTheLookup",
+            "[Material - 0]\nTextureMap=a\n[LOD Information]\nNumberOfLOD=1\n[LOD 0]\nNumberOfSurfaces=2\n",
+            kAccepted, kAccepted}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(SourceValidation, MissingFileGetsTheTextureMapMessage) {
