@@ -38,14 +38,6 @@ TEST(LineWriting, EveryLineEndsInCrLfAndBytesPassUnchanged) {
   EXPECT_EQ(readBytes(path), "a\r\n\r\n b\t\r\nx\0y\xff\r\nlf\ninside\r\n"s);
 }
 
-TEST(LineWriting, NoLinesGiveAnEmptyFile) {
-  TempDir dir;
-  std::string path = dir.file("out.kob");
-  writeAll(path, {});
-  EXPECT_TRUE(std::filesystem::exists(path));
-  EXPECT_EQ(readBytes(path), "");
-}
-
 TEST(LineWriting, AnExistingFileIsCutToNothingFirst) {
   TempDir dir;
   std::string path = dir.write("out.kob", std::string(10000, 'o'));

@@ -174,15 +174,5 @@ TEST(SourceValidation, MissingFileGetsTheTextureMapMessage) {
   EXPECT_EQ(validate(ValidateFileLOD1, dir.file("absent.kob")), refused(kTextureMapNotFound));
 }
 
-TEST(SourceValidation, EachCallShowsItsOwnMessage) {
-  TempDir dir;
-  std::string path = dir.write("source.kob", sourceWithNumberOfLOD("3"));
-  testing::ScriptedPlatform platform;
-  EXPECT_FALSE(ValidateFileLOD0(platform, path));
-  EXPECT_FALSE(ValidateFileLOD1(platform, path));
-  EXPECT_FALSE(ValidateFileLOD0(platform, path));
-  EXPECT_EQ(platform.messages, (Messages{kInvalidLOD0, kInvalidLOD1, kInvalidLOD0}));
-}
-
 }  // namespace
 }  // namespace korvane
