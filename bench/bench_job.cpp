@@ -17,10 +17,12 @@
 
 namespace korvane::bench {
 
-const std::array<const char*, kStepCount> kStepNames = {
-    "lookups0", "read0", "lookups1", "read1", "texmap", "colorkey", "lodinfo", "lod1", "save"};
+const std::array<const char*, kStepCount> kStepNames = {"lookups0", "read0",   "lookups1", "read1", "texmap",
+                                                        "colorkey", "lodinfo", "lod1",     "save"};
 
-double StepTimes::total() const { return std::accumulate(seconds.begin(), seconds.end(), 0.0); }
+double StepTimes::total() const {
+  return std::accumulate(seconds.begin(), seconds.end(), 0.0);
+}
 
 namespace {
 

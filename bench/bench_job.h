@@ -38,9 +38,9 @@ struct StepTimes {
 
 struct JobOutcome {
   double seconds = 0;
-  StepTimes steps;  // only for the step-by-step run
+  StepTimes steps;                    // only for the step-by-step run
   std::vector<std::string> messages;  // any message box is a sign the job went wrong
-  std::string autoLOD0;  // the AutoLOD texts that were written
+  std::string autoLOD0;               // the AutoLOD texts that were written
   std::string autoLOD1;
 };
 

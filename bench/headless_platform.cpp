@@ -6,7 +6,9 @@
 
 namespace korvane::bench {
 
-void HeadlessPlatform::messageBox(const std::string& prompt, const std::string&) { messages.push_back(prompt); }
+void HeadlessPlatform::messageBox(const std::string& prompt, const std::string&) {
+  messages.push_back(prompt);
+}
 
 std::optional<std::string> HeadlessPlatform::fileDialog(const FileDialogRequest&) {
   if (dialogAnswers.empty()) return std::nullopt;
@@ -29,9 +31,13 @@ bool HeadlessPlatform::writeUserValue(const std::string& keyPath, const std::str
   return true;
 }
 
-std::string HeadlessPlatform::currentDirectory() { return std::filesystem::current_path().string(); }
+std::string HeadlessPlatform::currentDirectory() {
+  return std::filesystem::current_path().string();
+}
 
 // The settings window is left at once, as if its OK button had been clicked.
-void HeadlessPlatform::showModal(Form& window, Form&) { window.SetVisible(false); }
+void HeadlessPlatform::showModal(Form& window, Form&) {
+  window.SetVisible(false);
+}
 
 }  // namespace korvane::bench

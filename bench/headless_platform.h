@@ -25,7 +25,8 @@ class HeadlessPlatform : public Platform {
   void messageBox(const std::string& prompt, const std::string& title) override;
   std::optional<std::string> fileDialog(const FileDialogRequest& request) override;
   std::optional<std::string> readUserValue(const std::string& keyPath, const std::string& valueName) override;
-  bool writeUserValue(const std::string& keyPath, const std::string& valueName, const std::string& data) override;
+  bool writeUserValue(const std::string& keyPath, const std::string& valueName,
+                      const std::string& data) override;
   bool openDocument(const std::string&) override { return false; }
   TwipsSize screenSize() override { return {1920 * 15.0, 1080 * 15.0}; }
   TwipsSize windowFrameSize(const Form&) override { return {90, 405}; }

@@ -71,7 +71,8 @@ class Writer {
     char digits[24];
     int n = 0;
     bool negative = value < 0;
-    std::uint64_t magnitude = negative ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+    std::uint64_t magnitude =
+        negative ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
     do {
       digits[n++] = static_cast<char>('0' + magnitude % 10);
       magnitude /= 10;
@@ -182,7 +183,9 @@ inline void writeGeometry(Writer& out, Random& random, std::int64_t lineCount, s
   }
 }
 
-inline std::int64_t surfaceCountFor(std::int64_t geometryLines) { return std::max<std::int64_t>(1, geometryLines / 500); }
+inline std::int64_t surfaceCountFor(std::int64_t geometryLines) {
+  return std::max<std::int64_t>(1, geometryLines / 500);
+}
 
 inline void writeObjectHead(Writer& out, std::string_view name) {
   out.line("; Korvane benchmark object");
@@ -195,7 +198,8 @@ inline void writeObjectHead(Writer& out, std::string_view name) {
 }  // namespace detail
 
 // The LOD 0 source: one LOD, a ColorKey, geometryLines lines of geometry.
-inline KobSourceInfo writeLod0Source(const std::string& path, std::int64_t geometryLines, std::uint64_t seed = 1) {
+inline KobSourceInfo writeLod0Source(const std::string& path, std::int64_t geometryLines,
+                                     std::uint64_t seed = 1) {
   detail::Writer out(path);
   detail::Random random(seed);
   std::int64_t surfaces = detail::surfaceCountFor(geometryLines);
@@ -225,7 +229,8 @@ inline KobSourceInfo writeLod0Source(const std::string& path, std::int64_t geome
 
 // The LOD 1 source: a head of its own, which the job drops, then the marker
 // and geometryLines lines of geometry.
-inline KobSourceInfo writeLod1Source(const std::string& path, std::int64_t geometryLines, std::uint64_t seed = 2) {
+inline KobSourceInfo writeLod1Source(const std::string& path, std::int64_t geometryLines,
+                                     std::uint64_t seed = 2) {
   detail::Writer out(path);
   detail::Random random(seed);
   std::int64_t surfaces = detail::surfaceCountFor(geometryLines);

@@ -50,7 +50,8 @@ double median(std::vector<double> values) {
 
 int runOneJob(const std::string& mode, const JobFiles& files) {
   JobOutcome outcome = mode == "clicks" ? runJobByClicks(files) : runJobInSteps(files);
-  for (const std::string& message : outcome.messages) std::cerr << "message during the job: " << message << "\n";
+  for (const std::string& message : outcome.messages)
+    std::cerr << "message during the job: " << message << "\n";
   std::cout << "JOB " << outcome.seconds;
   for (double seconds : outcome.steps.seconds) std::cout << ' ' << seconds;
   std::cout << ' ' << peakResidentBytes() << ' ' << outcome.messages.size() << ' ' << outcome.autoLOD0 << ' '
@@ -83,6 +84,8 @@ void removeAll() {
 }
 
 extern "C" void onSignal(int signal) {
+  // The job or command still running could write into the directory after it was emptied.
+  stopRunningCommand();
   removeAll();
   _exit(128 + signal);
 }
@@ -147,7 +150,8 @@ struct Row {
 };
 
 JobRun runJobProcess(const std::string& mode, const JobFiles& files) {
-  std::istringstream in(captureCommand({selfExecutable(), "--job", mode, files.lod0, files.lod1, files.output}));
+  std::istringstream in(
+      captureCommand({selfExecutable(), "--job", mode, files.lod0, files.lod1, files.output}));
   std::string tag;
   JobRun run;
   in >> tag >> run.seconds;
@@ -165,13 +169,14 @@ Row measure(long long lines, int runs, const std::string& baseDir) {
   std::string dir = cleanedUp(name.data());
   std::string copies = cleanedUp(dir + "/copies");
   fs::create_directory(copies);
-  JobFiles files{cleanedUp(dir + "/lod0.kob"), cleanedUp(dir + "/lod1.kob"), cleanedUp(dir + "/out-steps.kob")};
+  JobFiles files{cleanedUp(dir + "/lod0.kob"), cleanedUp(dir + "/lod1.kob"),
+                 cleanedUp(dir + "/out-steps.kob")};
   std::string clicksOutput = cleanedUp(dir + "/out-clicks.kob");
   std::string sedOutput = cleanedUp(dir + "/sed.kob");
   cleanedUp(copies + "/lod0.kob");
   cleanedUp(copies + "/lod1.kob");
 
-  // Sources, two outputs of the job and the copies stand on disk at once.
+  // Sources and two outputs of the job stand on disk at once.
   std::uint64_t estimate = static_cast<std::uint64_t>(lines) * 80 * 2;
   if (freeBytes(dir) < estimate * 4) throw std::runtime_error("not enough free space in " + baseDir);
 
@@ -187,29 +192,53 @@ Row measure(long long lines, int runs, const std::string& baseDir) {
   Row row;
   row.lines = lines;
   row.inputBytes = lod0.bytes + lod1.bytes;
+
+  // An untimed first run checks the output of both ways of running the job.
+  // Both outputs stand on disk together only here: in the timed runs each is
+  // removed at once, so that no run pays for the write-back of another's file.
+  {
+    JobRun inSteps = runJobProcess("steps", files);
+    JobRun byClicks = runJobProcess("clicks", JobFiles{files.lod0, files.lod1, clicksOutput});
+    // The combined file: the LOD 0 source with three lines more, then the
+    // LOD 1 source from its marker on; the renaming keeps every length.
+    std::uint64_t expected = lod0.bytes + std::strlen("UseAutoLOD=T\r\n") + std::strlen("AutoLOD#0=\r\n") +
+                             inSteps.autoLOD0.size() + std::strlen("AutoLOD#1=\r\n") +
+                             inSteps.autoLOD1.size() + (lod1.bytes - lod1.markerOffset);
+    std::error_code error;
+    row.outputChecked =
+        fs::file_size(files.output, error) == expected && sameBytes(files.output, clicksOutput);
+    if (!row.outputChecked) std::cerr << " [output differs from what was expected]";
+    row.quiet = inSteps.messages == 0 && byClicks.messages == 0;
+    removeFile(files.output);
+    removeFile(clicksOutput);
+    std::cerr << " check";
+  }
+
   std::vector<std::vector<double>> steps(kStepCount);
   std::vector<double> totals, clicks, cps, seds;
   for (int run = 0; run < runs; ++run) {
-    JobRun inSteps = runJobProcess("steps", files);
-    JobRun byClicks = runJobProcess("clicks", JobFiles{files.lod0, files.lod1, clicksOutput});
+    // Taking turns which way goes first, so that neither always follows the other.
+    JobRun inSteps, byClicks;
+    auto stepsRun = [&] {
+      inSteps = runJobProcess("steps", files);
+      removeFile(files.output);
+    };
+    auto clicksRun = [&] {
+      byClicks = runJobProcess("clicks", JobFiles{files.lod0, files.lod1, clicksOutput});
+      removeFile(clicksOutput);
+    };
+    if (run % 2 == 0) {
+      stepsRun();
+      clicksRun();
+    } else {
+      clicksRun();
+      stepsRun();
+    }
     for (int s = 0; s < kStepCount; ++s) steps[s].push_back(inSteps.steps.seconds[s]);
     totals.push_back(inSteps.seconds);
     clicks.push_back(byClicks.seconds);
     row.peakBytes = std::max({row.peakBytes, inSteps.peakBytes, byClicks.peakBytes});
     row.quiet = row.quiet && inSteps.messages == 0 && byClicks.messages == 0;
-    if (run == 0) {
-      // The combined file: the LOD 0 source with three lines more, then the
-      // LOD 1 source from its marker on; the renaming keeps every length.
-      std::uint64_t expected = lod0.bytes + std::strlen("UseAutoLOD=T\r\n") +
-                               std::strlen("AutoLOD#0=\r\n") + inSteps.autoLOD0.size() +
-                               std::strlen("AutoLOD#1=\r\n") + inSteps.autoLOD1.size() +
-                               (lod1.bytes - lod1.markerOffset);
-      std::error_code error;
-      row.outputChecked = fs::file_size(files.output, error) == expected && sameBytes(files.output, clicksOutput);
-      if (!row.outputChecked) std::cerr << " [output differs from what was expected]";
-    }
-    removeFile(files.output);
-    removeFile(clicksOutput);
 
     cps.push_back(timeCommand({"cp", files.lod0, files.lod1, copies + "/"}));
     removeFile(copies + "/lod0.kob");
@@ -246,16 +275,19 @@ void printTables(const std::vector<Row>& rows, int runs) {
     std::printf(" %9.3f %9.3f\n", row.total, row.clicks);
   }
 
-  std::printf("\nAgainst the machine\n%10s %8s %9s %8s %8s %8s %9s %9s %9s %8s %s\n", "N", "MB in", "total s", "MB/s",
-              "cp s", "sed s", "total/cp", "total/sed", "peak MB", "peak/in", "output");
+  std::printf("\nAgainst the machine\n%10s %8s %9s %8s %8s %8s %9s %9s %9s %8s %s\n", "N", "MB in", "total s",
+              "MB/s", "cp s", "sed s", "total/cp", "total/sed", "peak MB", "peak/in", "output");
   for (const Row& row : rows) {
     std::printf("%10lld %8.1f %9.3f %8.1f %8.3f %8.3f %9.2f %9.2f %9.1f %8.2f %s\n", row.lines,
                 row.inputBytes / kMB, row.total, row.inputBytes / kMB / row.total, row.cp, row.sed,
                 row.total / row.cp, row.total / row.sed, row.peakBytes / kMB,
                 static_cast<double>(row.peakBytes) / static_cast<double>(row.inputBytes),
-                !row.outputChecked ? "WRONG" : row.quiet ? "ok" : "ok, but messages were shown");
+                !row.outputChecked ? "WRONG"
+                : row.quiet        ? "ok"
+                                   : "ok, but messages were shown");
   }
-  std::printf("(MB in: both sources. MB/s: MB in / total. cp copies both sources, sed rewrites the LOD 1 source.)\n");
+  std::printf(
+      "(MB in: both sources. MB/s: MB in / total. cp copies both sources, sed rewrites the LOD 1 source.)\n");
 }
 
 void printTargets(const std::vector<Row>& rows, const std::optional<std::pair<double, double>>& startUp,
@@ -295,12 +327,14 @@ void printTargets(const std::vector<Row>& rows, const std::optional<std::pair<do
   }
 
   if (startUp) {
-    std::printf("  opening the window < 300 ms, logic (Program::Main, headless): first %.2f ms, then %.3f ms  %s\n",
-                startUp->first * 1e3, startUp->second * 1e3, verdict(startUp->first < 0.3));
+    std::printf(
+        "  opening the window < 300 ms, logic (Program::Main, headless): first %.2f ms, then %.3f ms  %s\n",
+        startUp->first * 1e3, startUp->second * 1e3, verdict(startUp->first < 0.3));
   }
   if (qtStart) {
-    std::printf("  opening the window < 300 ms, Qt (start to first idle after showing, offscreen): %.0f ms  %s\n",
-                *qtStart * 1e3, verdict(*qtStart < 0.3));
+    std::printf(
+        "  opening the window < 300 ms, Qt (start to first idle after showing, offscreen): %.0f ms  %s\n",
+        *qtStart * 1e3, verdict(*qtStart < 0.3));
   } else {
     std::printf("  opening the window, Qt: not measured (no build/qt/src/qt/korvane)\n");
   }
@@ -329,7 +363,8 @@ int usage() {
 int main(int argc, char** argv) {
   std::vector<std::string> args(argv + 1, argv + argc);
   try {
-    if (args.size() == 5 && args[0] == "--job") return runOneJob(args[1], JobFiles{args[2], args[3], args[4]});
+    if (args.size() == 5 && args[0] == "--job")
+      return runOneJob(args[1], JobFiles{args[2], args[3], args[4]});
     if (args.size() == 1 && args[0] == "--startup") return runStartUp();
 
     std::optional<int> runs;

@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -19,6 +20,8 @@ namespace korvane::bench {
 
 namespace {
 
+volatile sig_atomic_t g_running = 0;
+
 pid_t spawn(const std::vector<std::string>& argv, posix_spawn_file_actions_t& actions) {
   std::vector<char*> args;
   for (const std::string& arg : argv) args.push_back(const_cast<char*>(arg.c_str()));
@@ -27,6 +30,7 @@ pid_t spawn(const std::vector<std::string>& argv, posix_spawn_file_actions_t& ac
   int error = posix_spawnp(&pid, args[0], &actions, nullptr, args.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   if (error != 0) throw std::runtime_error("cannot start " + argv[0] + ": " + std::strerror(error));
+  g_running = pid;
   return pid;
 }
 
@@ -35,6 +39,7 @@ void waitForSuccess(pid_t pid, const std::string& name) {
   while (waitpid(pid, &status, 0) < 0) {
     if (errno != EINTR) throw std::runtime_error("cannot wait for " + name);
   }
+  g_running = 0;
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) throw std::runtime_error(name + " failed");
 }
 
@@ -44,8 +49,8 @@ double timeCommand(const std::vector<std::string>& argv, const std::string& stdo
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   if (!stdoutPath.empty()) {
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, stdoutPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                     0644);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, stdoutPath.c_str(),
+                                     O_WRONLY | O_CREAT | O_TRUNC, 0644);
   }
   auto start = std::chrono::steady_clock::now();
   pid_t pid = spawn(argv, actions);
@@ -84,6 +89,13 @@ std::string captureCommand(const std::vector<std::string>& argv) {
   return out;
 }
 
+void stopRunningCommand() {
+  pid_t pid = g_running;
+  if (pid <= 0) return;
+  kill(pid, SIGTERM);
+  waitpid(pid, nullptr, 0);
+}
+
 std::uint64_t peakResidentBytes() {
   std::ifstream status("/proc/self/status");
   std::string line;
@@ -99,6 +111,8 @@ std::uint64_t freeBytes(const std::string& path) {
   return static_cast<std::uint64_t>(info.f_bavail) * info.f_frsize;
 }
 
-std::string selfExecutable() { return std::filesystem::read_symlink("/proc/self/exe").string(); }
+std::string selfExecutable() {
+  return std::filesystem::read_symlink("/proc/self/exe").string();
+}
 
 }  // namespace korvane::bench

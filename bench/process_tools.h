@@ -18,6 +18,10 @@ double timeCommand(const std::vector<std::string>& argv, const std::string& stdo
 // does not exit with 0.
 std::string captureCommand(const std::vector<std::string>& argv);
 
+// Ends the command that is running now, if any, and waits for it. Safe to
+// call from a signal handler.
+void stopRunningCommand();
+
 // The peak resident set of this process so far (VmHWM), in bytes.
 std::uint64_t peakResidentBytes();
 

@@ -65,7 +65,8 @@ std::string expectedCombined(const std::string& lod0, const std::string& lod1, c
                {"UseAutoLOD=T", "AutoLOD#0=" + autoLOD0, "AutoLOD#1=" + autoLOD1});
   std::string text = joinCrLf(lines);
   std::string tail = lod1.substr(lod1.find("\r\n[LOD 0]\r\n") + 2);
-  for (std::size_t at = 0; (at = tail.find("LOD 0", at)) != std::string::npos; at += 5) tail.replace(at, 5, "LOD 1");
+  for (std::size_t at = 0; (at = tail.find("LOD 0", at)) != std::string::npos; at += 5)
+    tail.replace(at, 5, "LOD 1");
   return text + tail;
 }
 
@@ -149,8 +150,8 @@ TEST_F(BigPath, CombinedSaveHoldsBothSourcesByTheRules) {
 
   frmAdvancedSettings& settings = program.AdvancedSettings();
   std::string lod1 = testing::readBytes(s_lod1);
-  std::string expected =
-      expectedCombined(testing::readBytes(s_lod0), lod1, settings.mskAutoLOD0.Text(), settings.mskAutoLOD1.Text());
+  std::string expected = expectedCombined(testing::readBytes(s_lod0), lod1, settings.mskAutoLOD0.Text(),
+                                          settings.mskAutoLOD1.Text());
   EXPECT_EQ(firstDifference(expected, written), "");
   EXPECT_EQ(written.size(), expected.size());
   EXPECT_EQ(frm().lstDataLOD1.Store().ListCount(),
