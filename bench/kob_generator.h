@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -51,9 +53,9 @@ class Random {
 // generator should not take longer than the job it prepares.
 class Writer {
  public:
-  explicit Writer(const std::string& path) : m_file(std::fopen(path.c_str(), "wb")) {
+  explicit Writer(const std::string& path)
+      : m_file(std::fopen(path.c_str(), "wb")), m_buffer(new char[kFlushAt + kSlack]) {
     if (!m_file) throw std::runtime_error("cannot write " + path);
-    m_buffer.reserve(kFlushAt + 4096);
   }
   ~Writer() {
     if (m_file) std::fclose(m_file);
@@ -61,46 +63,57 @@ class Writer {
   Writer(const Writer&) = delete;
   Writer& operator=(const Writer&) = delete;
 
-  std::uint64_t written() const { return m_written + m_buffer.size(); }
+  std::uint64_t written() const { return m_written + m_used; }
 
   Writer& text(std::string_view s) {
-    m_buffer.append(s);
+    if (m_used + s.size() > kFlushAt + kSlack - kNumberRoom) flush();
+    if (s.size() > kFlushAt) {
+      put(s.data(), s.size());
+      m_written += s.size();
+      return *this;
+    }
+    std::memcpy(m_buffer.get() + m_used, s.data(), s.size());
+    m_used += s.size();
     return *this;
   }
+  // Numbers are written straight into the buffer: a line is far shorter than
+  // the slack kept behind the flush point.
   Writer& whole(std::int64_t value) {
     char digits[24];
     int n = 0;
-    bool negative = value < 0;
     std::uint64_t magnitude =
-        negative ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+        value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
     do {
       digits[n++] = static_cast<char>('0' + magnitude % 10);
       magnitude /= 10;
     } while (magnitude != 0);
-    if (negative) m_buffer.push_back('-');
-    while (n > 0) m_buffer.push_back(digits[--n]);
+    char* out = m_buffer.get() + m_used;
+    if (value < 0) *out++ = '-';
+    while (n > 0) *out++ = digits[--n];
+    m_used = static_cast<std::size_t>(out - m_buffer.get());
     return *this;
   }
   // A real given in millionths, written with six decimals: "-12.345678".
   Writer& micro(std::int64_t millionths) {
     if (millionths < 0) {
-      m_buffer.push_back('-');
+      m_buffer[m_used++] = '-';
       millionths = -millionths;
     }
     whole(millionths / 1000000);
-    m_buffer.push_back('.');
+    char* out = m_buffer.get() + m_used;
+    *out = '.';
     std::int64_t fraction = millionths % 1000000;
-    char six[6];
-    for (int i = 5; i >= 0; --i) {
-      six[i] = static_cast<char>('0' + fraction % 10);
+    for (int i = 6; i >= 1; --i) {
+      out[i] = static_cast<char>('0' + fraction % 10);
       fraction /= 10;
     }
-    m_buffer.append(six, 6);
+    m_used += 7;
     return *this;
   }
   Writer& endLine() {
-    m_buffer.append("\r\n");
-    if (m_buffer.size() >= kFlushAt) flush();
+    m_buffer[m_used++] = '\r';
+    m_buffer[m_used++] = '\n';
+    if (m_used >= kFlushAt) flush();
     return *this;
   }
   Writer& line(std::string_view s) { return text(s).endLine(); }
@@ -116,17 +129,21 @@ class Writer {
 
  private:
   static constexpr std::size_t kFlushAt = std::size_t{1} << 20;
+  static constexpr std::size_t kSlack = 4096;
+  static constexpr std::size_t kNumberRoom = 64;
 
+  void put(const char* data, std::size_t size) {
+    if (size != 0 && std::fwrite(data, 1, size, m_file) != size) throw std::runtime_error("write failed");
+  }
   void flush() {
-    if (!m_buffer.empty() && std::fwrite(m_buffer.data(), 1, m_buffer.size(), m_file) != m_buffer.size()) {
-      throw std::runtime_error("write failed");
-    }
-    m_written += m_buffer.size();
-    m_buffer.clear();
+    put(m_buffer.get(), m_used);
+    m_written += m_used;
+    m_used = 0;
   }
 
   std::FILE* m_file;
-  std::string m_buffer;
+  std::unique_ptr<char[]> m_buffer;
+  std::size_t m_used = 0;
   std::uint64_t m_written = 0;
 };
 
