@@ -1,0 +1,63 @@
+#pragma once
+// The few widgets that need more than their Qt base to mirror a record.
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QValidator>
+#include <functional>
+
+namespace korvane {
+
+// Shows Value 2 as grayed. A click leaves the box as it is: the record works
+// out the new value (unchecked and checked only) and the mirror shows it.
+class MirrorCheckBox : public QCheckBox {
+  Q_OBJECT
+ public:
+  MirrorCheckBox(const QString& text, QWidget* parent);
+
+ protected:
+  void nextCheckState() override {}
+};
+
+// Lets through only what the record would take from typing.
+class TypingValidator : public QValidator {
+  Q_OBJECT
+ public:
+  using Rule = std::function<bool(const QString&)>;
+  TypingValidator(Rule rule, QObject* parent);
+  State validate(QString& input, int& position) const override;
+
+ private:
+  Rule m_rule;
+};
+
+// A masked edit box. Without the focus it may show its text through a
+// display format, while the record keeps the text as typed.
+class MaskedLineEdit : public QLineEdit {
+  Q_OBJECT
+ public:
+  using DisplayFormat = std::function<QString(const QString&)>;
+  explicit MaskedLineEdit(QWidget* parent);
+
+  void setDisplayFormat(DisplayFormat format);
+  // Shows the record's text. Only a text that differs from the one on
+  // screen is set, so that the caret stays where the author put it.
+  void showText(const QString& text);
+  const QString& recordText() const { return m_text; }
+
+ signals:
+  // The author moved the focus to another control of the program.
+  void focusLeft();
+
+ protected:
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  void display();
+
+  DisplayFormat m_format;
+  QString m_text;
+};
+
+}  // namespace korvane

@@ -1,0 +1,360 @@
+#include "qt/form_mirror.h"
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QSlider>
+#include <algorithm>
+
+#include "advanced/autolod.h"
+#include "controls/button.h"
+#include "controls/check_box.h"
+#include "controls/form.h"
+#include "controls/frame.h"
+#include "controls/label.h"
+#include "controls/masked_edit.h"
+#include "controls/scroll_bar.h"
+#include "controls/slider.h"
+#include "controls/text_box.h"
+#include "qt/control_widgets.h"
+#include "qt/qt_platform.h"
+#include "qt/twips.h"
+
+namespace korvane {
+
+namespace {
+
+QString toQt(const std::string& text) { return QString::fromStdString(text); }
+
+// Min of the record stands at the top of the bar. The widget always runs
+// from 0 at the top, so its arrows, keys and wheel move the right way round.
+int barWidgetValue(const VScrollBar& bar, int value) {
+  return bar.Min() <= bar.Max() ? value - bar.Min() : bar.Min() - value;
+}
+
+long long barRecordValue(const VScrollBar& bar, int widgetValue) {
+  return bar.Min() <= bar.Max() ? bar.Min() + widgetValue : bar.Min() - widgetValue;
+}
+
+Qt::CheckState checkState(int value) {
+  switch (value) {
+    case 1: return Qt::Checked;
+    case 2: return Qt::PartiallyChecked;
+    default: return Qt::Unchecked;
+  }
+}
+
+QString autoLodDisplay(const QString& text) {
+  try {
+    return toQt(FormatAutoLODForDisplay(text.toStdString()));
+  } catch (...) {
+    // A text the format cannot show is shown as it stands.
+    return text;
+  }
+}
+
+bool isContainer(const Control& control) { return control.Kind() == ControlKind::Frame; }
+
+bool neverOnScreen(const Control& control) {
+  return control.Kind() == ControlKind::List || control.Kind() == ControlKind::FileDialog ||
+         !control.Definition().visible;
+}
+
+}  // namespace
+
+FormMirror::FormMirror(Form& form, QWidget& window, QtPlatform& platform)
+    : m_form(form), m_window(window), m_platform(platform) {
+  build();
+  m_form.SetObserver([this](Control* control) {
+    if (!m_attached) return;
+    if (control == nullptr) {
+      refreshWindow();
+      return;
+    }
+    refresh(*control);
+  });
+}
+
+FormMirror::~FormMirror() = default;
+
+void FormMirror::detach() { m_attached = false; }
+
+void FormMirror::build() {
+  m_window.setWindowTitle(toQt(m_form.Definition().caption));
+  // The layout was drawn for a narrow 8-point face; a wider default would
+  // clip the captions of labels and check boxes.
+  QFont windowFont(QStringLiteral("Arial"));
+  windowFont.setPointSizeF(8);
+  m_window.setFont(windowFont);
+  m_window.setFixedSize(twipsToPixels(m_form.Definition().clientWidth),
+                        twipsToPixels(m_form.Definition().clientHeight));
+  // Frames first, so that what they hold has its parent, and so that a
+  // control that lies over a frame (a later sibling) is drawn in front of it.
+  std::vector<Control*> ordered;
+  for (Control* c : m_form.Controls()) {
+    if (isContainer(*c)) ordered.push_back(c);
+  }
+  for (Control* c : m_form.Controls()) {
+    if (!isContainer(*c)) ordered.push_back(c);
+  }
+  for (Control* control : ordered) {
+    if (neverOnScreen(*control)) continue;
+    QWidget* parent = &m_window;
+    if (const Control* container = control->Container()) parent = m_widgets.at(container);
+    QWidget* widget = createWidget(*control, parent);
+    m_widgets[control] = widget;
+  }
+  for (Control* control : ordered) {
+    auto found = m_widgets.find(control);
+    if (found == m_widgets.end()) continue;
+    refresh(*control);
+    connectInput(*control, found->second);
+  }
+  applyTabOrder();
+  refreshWindow();
+}
+
+QWidget* FormMirror::createWidget(Control& control, QWidget* parent) {
+  const ControlDefinition& d = control.Definition();
+  const QString caption = toQt(d.caption);
+  QWidget* widget = nullptr;
+  switch (control.Kind()) {
+    case ControlKind::Button: {
+      auto* button = new QPushButton(caption, parent);
+      // A focused button takes Enter, as buttons do on the desktop.
+      button->setAutoDefault(true);
+      widget = button;
+      break;
+    }
+    case ControlKind::CheckBox: widget = new MirrorCheckBox(caption, parent); break;
+    case ControlKind::TextBox: {
+      auto* edit = new QLineEdit(parent);
+      edit->setReadOnly(d.locked);
+      widget = edit;
+      break;
+    }
+    case ControlKind::Label: {
+      auto* label = new QLabel(caption, parent);
+      label->setTextFormat(Qt::PlainText);
+      label->setAlignment((d.centred ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop);
+      if (d.border) {
+        label->setFrameStyle(QFrame::Box | QFrame::Plain);
+        label->setLineWidth(1);
+      }
+      widget = label;
+      break;
+    }
+    case ControlKind::Frame: widget = new QGroupBox(caption, parent); break;
+    case ControlKind::VScrollBar: {
+      auto& record = static_cast<VScrollBar&>(control);
+      auto* bar = new QScrollBar(Qt::Vertical, parent);
+      bar->setRange(0, std::abs(record.Max() - record.Min()));
+      bar->setSingleStep(1);
+      bar->setPageStep(1);
+      bar->setFocusPolicy(Qt::StrongFocus);
+      widget = bar;
+      break;
+    }
+    case ControlKind::Slider: {
+      auto& record = static_cast<Slider&>(control);
+      auto* slider = new QSlider(Qt::Horizontal, parent);
+      slider->setRange(record.Min(), record.Max());
+      slider->setSingleStep(record.SmallChange());
+      slider->setPageStep(record.LargeChange());
+      slider->setTickPosition(QSlider::NoTicks);
+      widget = slider;
+      break;
+    }
+    case ControlKind::MaskedEdit: {
+      auto& record = static_cast<MaskedEdit&>(control);
+      auto* edit = new MaskedLineEdit(parent);
+      edit->setValidator(new TypingValidator(
+          [&record](const QString& text) { return record.AcceptsTyped(text.toStdString()); }, edit));
+      if (!record.Settings().format.empty()) edit->setDisplayFormat(autoLodDisplay);
+      widget = edit;
+      break;
+    }
+    case ControlKind::List:
+    case ControlKind::FileDialog: break;
+  }
+  widget->setObjectName(toQt(d.name));
+  widget->setGeometry(pixelGeometry(d));
+  if (!d.toolTip.empty()) widget->setToolTip(toQt(d.toolTip));
+  if (!d.font.family.empty()) {
+    QFont font(toQt(d.font.family));
+    font.setPointSizeF(d.font.points);
+    font.setWeight(QFont::Normal);
+    widget->setFont(font);
+  }
+  return widget;
+}
+
+void FormMirror::connectInput(Control& control, QWidget* widget) {
+  switch (control.Kind()) {
+    case ControlKind::Button: {
+      auto& record = static_cast<Button&>(control);
+      connect(static_cast<QPushButton*>(widget), &QPushButton::clicked, this,
+              [this, &record] { enter(record, "_Click", [&record] { record.Click(); }); });
+      break;
+    }
+    case ControlKind::CheckBox: {
+      auto& record = static_cast<CheckBox&>(control);
+      connect(static_cast<QCheckBox*>(widget), &QCheckBox::clicked, this,
+              [this, &record] { enter(record, "_Click", [&record] { record.AuthorClick(); }); });
+      break;
+    }
+    case ControlKind::TextBox: {
+      auto& record = static_cast<TextBox&>(control);
+      connect(static_cast<QLineEdit*>(widget), &QLineEdit::textEdited, this, [this, &record](const QString& text) {
+        enter(record, "_Change", [&record, text] { record.SetText(text.toStdString()); });
+      });
+      break;
+    }
+    case ControlKind::VScrollBar: {
+      auto& record = static_cast<VScrollBar&>(control);
+      connect(static_cast<QScrollBar*>(widget), &QScrollBar::valueChanged, this, [this, &record](int value) {
+        enter(record, "_Change", [&record, value] { record.SetValue(barRecordValue(record, value)); });
+      });
+      break;
+    }
+    case ControlKind::Slider: {
+      auto& record = static_cast<Slider&>(control);
+      connect(static_cast<QSlider*>(widget), &QSlider::valueChanged, this, [this, &record](int value) {
+        enter(record, "_Change", [&record, value] { record.AuthorMove(value); });
+      });
+      break;
+    }
+    case ControlKind::MaskedEdit: {
+      auto& record = static_cast<MaskedEdit&>(control);
+      auto* edit = static_cast<MaskedLineEdit*>(widget);
+      connect(edit, &QLineEdit::textEdited, this, [this, &record](const QString& text) {
+        // What the validator let through a text longer than typing allows
+        // (one that the program set) goes back to the record's text.
+        enter(record, "_Change", [&record, text] {
+          const std::string typed = text.toStdString();
+          if (record.AcceptsTyped(typed)) record.SetText(typed);
+        });
+      });
+      connect(edit, &MaskedLineEdit::focusLeft, this,
+              [this, &record] { enter(record, "_LostFocus", [&record] { record.LostFocus(); }); });
+      break;
+    }
+    case ControlKind::Label:
+    case ControlKind::Frame:
+    case ControlKind::List:
+    case ControlKind::FileDialog: break;
+  }
+}
+
+void FormMirror::enter(Control& control, const char* event, const std::function<void()>& body) {
+  if (!m_attached) return;
+  m_platform.runEntryPoint(control.Name() + event, body);
+  // The widget shows what the record holds now, whatever the handler did
+  // with the input, so nothing the record refused stays on screen.
+  if (m_attached && !m_platform.ended()) refresh(control);
+}
+
+void FormMirror::refresh(Control& control) {
+  auto found = m_widgets.find(&control);
+  if (found == m_widgets.end()) return;
+  QWidget* widget = found->second;
+  const QSignalBlocker blocker(widget);
+  // Qt keeps a widget disabled while its frame is, whatever its own flag says.
+  widget->setEnabled(control.Enabled());
+  switch (control.Kind()) {
+    case ControlKind::CheckBox:
+      static_cast<QCheckBox*>(widget)->setCheckState(checkState(static_cast<CheckBox&>(control).Value()));
+      break;
+    case ControlKind::TextBox: {
+      auto* edit = static_cast<QLineEdit*>(widget);
+      const QString text = toQt(static_cast<TextBox&>(control).Text());
+      if (edit->text() != text) edit->setText(text);
+      break;
+    }
+    case ControlKind::Label: {
+      auto& record = static_cast<Label&>(control);
+      auto* label = static_cast<QLabel*>(widget);
+      const QString caption = toQt(record.Caption());
+      if (label->text() != caption) label->setText(caption);
+      if (m_swatches.count(&control)) {
+        const Rgb& rgb = record.BackColor();
+        QPalette palette = label->palette();
+        palette.setColor(QPalette::Window, QColor(rgb.red, rgb.green, rgb.blue));
+        label->setPalette(palette);
+        label->setAutoFillBackground(true);
+      }
+      break;
+    }
+    case ControlKind::VScrollBar: {
+      auto& record = static_cast<VScrollBar&>(control);
+      static_cast<QScrollBar*>(widget)->setValue(barWidgetValue(record, record.Value()));
+      break;
+    }
+    case ControlKind::Slider:
+      static_cast<QSlider*>(widget)->setValue(static_cast<Slider&>(control).Value());
+      break;
+    case ControlKind::MaskedEdit:
+      static_cast<MaskedLineEdit*>(widget)->showText(toQt(static_cast<MaskedEdit&>(control).Text()));
+      break;
+    case ControlKind::Button:
+    case ControlKind::Frame:
+    case ControlKind::List:
+    case ControlKind::FileDialog: break;
+  }
+}
+
+void FormMirror::refreshWindow() {
+  m_window.move(twipsToPixels(m_form.Left()), twipsToPixels(m_form.Top()));
+  // Showing is the platform's call (modal or not); hiding may come from the record.
+  if (!m_form.Visible() && m_window.isVisible()) m_window.hide();
+}
+
+void FormMirror::applyTabOrder() {
+  std::vector<std::pair<int, QWidget*>> stops;
+  for (const auto& [control, widget] : m_widgets) {
+    if (control->Definition().tabIndex >= 0 && (widget->focusPolicy() & Qt::TabFocus)) {
+      stops.emplace_back(control->Definition().tabIndex, widget);
+    }
+  }
+  std::stable_sort(stops.begin(), stops.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  m_tabOrder.clear();
+  for (const auto& stop : stops) m_tabOrder.push_back(stop.second);
+  for (std::size_t i = 1; i < m_tabOrder.size(); ++i) QWidget::setTabOrder(m_tabOrder[i - 1], m_tabOrder[i]);
+}
+
+QWidget* FormMirror::widget(const std::string& name) const {
+  const Control* control = m_form.FindControl(name);
+  return control ? widget(*control) : nullptr;
+}
+
+QWidget* FormMirror::widget(const Control& control) const {
+  auto found = m_widgets.find(&control);
+  return found == m_widgets.end() ? nullptr : found->second;
+}
+
+QWidget* FormMirror::firstFocusable() const {
+  for (QWidget* widget : m_tabOrder) {
+    if (widget->isEnabled() && widget->isVisibleTo(&m_window)) return widget;
+  }
+  return nullptr;
+}
+
+bool FormMirror::acceptsInput(const Control& control) const {
+  if (control.Kind() == ControlKind::Label || control.Kind() == ControlKind::Frame) return false;
+  const QWidget* w = widget(control);
+  if (w == nullptr || !w->isEnabled() || !w->isVisible()) return false;
+  const QWidget* modal = QApplication::activeModalWidget();
+  return modal == nullptr || modal == w->window();
+}
+
+void FormMirror::showBackColor(const std::string& labelName) {
+  Control* control = m_form.FindControl(labelName);
+  if (control == nullptr || control->Kind() != ControlKind::Label) return;
+  m_swatches.insert(control);
+  refresh(*control);
+}
+
+}  // namespace korvane

@@ -1,0 +1,31 @@
+// Korvane: starts the program logic on the real platform and runs the event loop.
+
+#include <QApplication>
+#include <cstdio>
+
+#include "qt/qt_platform.h"
+#include "shell/program.h"
+
+namespace {
+
+// Without any display Qt would abort with a trace; one line says it plainly.
+bool displayAvailable() {
+  return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  if (!displayAvailable()) {
+    std::fputs("Korvane needs a graphical desktop: no display found (DISPLAY is not set).\n", stderr);
+    return 1;
+  }
+  QApplication application(argc, argv);
+  korvane::QtPlatform platform;
+  korvane::Program program(platform);
+  platform.runEntryPoint("Main", [&program] { program.Main(); });
+  if (platform.ended()) return 0;
+  if (!program.MainWindowLoaded() || !program.MainWindow().Visible()) return 1;
+  return application.exec();
+}

@@ -1,0 +1,56 @@
+#include "qt/main_window_view.h"
+
+#include <QCloseEvent>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QPushButton>
+
+#include "mainwindow/main_window.h"
+#include "qt/qt_platform.h"
+
+namespace korvane {
+
+namespace {
+
+QIcon programIcon() {
+  QIcon icon;
+  icon.addFile(QStringLiteral(":/korvane/korvane-32.xpm"), QSize(32, 32));
+  icon.addFile(QStringLiteral(":/korvane/korvane-16.xpm"), QSize(16, 16));
+  return icon;
+}
+
+}  // namespace
+
+MainWindowView::MainWindowView(frmKorvane& form, QtPlatform& platform)
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                           Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint),
+      m_form(form),
+      m_platform(platform),
+      m_mirror(form, *this, platform) {
+  setObjectName(QString::fromStdString(form.Name()));
+  setWindowIcon(programIcon());
+  m_mirror.showBackColor("lblShowColor");
+  if (auto* button = qobject_cast<QPushButton*>(m_mirror.widget(form.DefaultButton()))) button->setDefault(true);
+}
+
+void MainWindowView::closeEvent(QCloseEvent* event) {
+  // The window goes only when the process ends, which ExitProgram decides.
+  event->ignore();
+  if (m_platform.ended()) return;
+  m_platform.runEntryPoint("Form_QueryUnload", [this] { m_form.Form_QueryUnload(); });
+}
+
+void MainWindowView::keyPressEvent(QKeyEvent* event) {
+  // Only keys that no control took arrive here: a focused button has clicked itself already.
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    auto* button = qobject_cast<QPushButton*>(m_mirror.widget(m_form.DefaultButton()));
+    if (button && button->isEnabled() && button->isVisible()) {
+      event->accept();
+      button->click();
+      return;
+    }
+  }
+  QWidget::keyPressEvent(event);
+}
+
+}  // namespace korvane

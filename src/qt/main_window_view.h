@@ -1,0 +1,33 @@
+#pragma once
+// frmKorvane on screen: a fixed-size window with a close box, an icon and a
+// task-bar entry. Enter clicks the default button unless a button has the
+// focus; Esc does nothing; every close request goes to Form_QueryUnload.
+
+#include <QWidget>
+
+#include "qt/form_mirror.h"
+#include "qt/window_view.h"
+
+namespace korvane {
+
+class frmKorvane;
+
+class MainWindowView : public QWidget, public WindowView {
+  Q_OBJECT
+ public:
+  MainWindowView(frmKorvane& form, QtPlatform& platform);
+
+  QWidget& widget() override { return *this; }
+  FormMirror& mirror() override { return m_mirror; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  frmKorvane& m_form;
+  QtPlatform& m_platform;
+  FormMirror m_mirror;
+};
+
+}  // namespace korvane

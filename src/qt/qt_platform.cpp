@@ -1,0 +1,290 @@
+#include "qt/qt_platform.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QEvent>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QScreen>
+#include <QSettings>
+#include <QUrl>
+#include <new>
+#include <stdexcept>
+
+#include "advanced/advanced_settings_window.h"
+#include "mainwindow/main_window.h"
+#include "qt/form_mirror.h"
+#include "qt/main_window_view.h"
+#include "qt/settings_window_view.h"
+#include "qt/twips.h"
+#include "runtime/failure.h"
+#include "runtime/message_box.h"
+#include "runtime/message_frames.h"
+#include "shell/program.h"
+
+namespace korvane {
+
+namespace {
+
+QString toQt(const std::string& text) { return QString::fromStdString(text); }
+
+// What a window manager's frame adds before the window has one of its own:
+// a thin border round the sides and bottom, a title bar on top.
+constexpr int kEstimatedFrameWidthPixels = 8;
+constexpr int kEstimatedFrameHeightPixels = 32;
+
+// The settings key of a value: the key path with '/' between its parts.
+QString storeKey(const std::string& keyPath, const std::string& valueName) {
+  QString key = toQt(keyPath);
+  key.replace(QLatin1Char('\\'), QLatin1Char('/'));
+  return key + QLatin1Char('/') + toQt(valueName);
+}
+
+// Ends the nested event loop when the watched window leaves the screen.
+class HideWatcher : public QObject {
+ public:
+  HideWatcher(QWidget& window, QEventLoop& loop) : m_loop(loop) { window.installEventFilter(this); }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Hide) m_loop.quit();
+    return false;
+  }
+
+ private:
+  QEventLoop& m_loop;
+};
+
+}  // namespace
+
+QStringList qtNameFilters(const std::string& filter) {
+  const QStringList parts = toQt(filter).split(QLatin1Char('|'));
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    // The desktop's patterns are separated by ';' and "*.*" means every
+    // file; Qt separates by blanks, and "*.*" would miss names without a dot.
+    QStringList patterns = parts[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    for (QString& pattern : patterns) {
+      pattern = pattern.trimmed();
+      if (pattern == QLatin1String("*.*")) pattern = QStringLiteral("*");
+    }
+    filters << parts[i] + QStringLiteral(" (") + patterns.join(QLatin1Char(' ')) + QLatin1Char(')');
+  }
+  return filters;
+}
+
+QtPlatform::QtPlatform()
+    : m_store(std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Korvane"),
+                                          QStringLiteral("Korvane"))) {}
+
+QtPlatform::QtPlatform(const QString& storeFile)
+    : m_store(std::make_unique<QSettings>(storeFile, QSettings::IniFormat)) {}
+
+QtPlatform::~QtPlatform() {
+  // The records may already be gone: no widget may reach them from here on.
+  for (auto& [form, view] : m_views) view->mirror().detach();
+  while (!m_views.empty()) m_views.pop_back();
+}
+
+void QtPlatform::messageBox(const std::string& prompt, const std::string& title) {
+  unwindIfEnded();
+  QMessageBox box(QMessageBox::NoIcon, toQt(title), toQt(prompt), QMessageBox::Ok, dialogOwner());
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
+  unwindIfEnded();
+}
+
+std::optional<std::string> QtPlatform::fileDialog(const FileDialogRequest& request) {
+  unwindIfEnded();
+  QFileDialog dialog(dialogOwner(), toQt(request.title), toQt(request.initialDirectory));
+  // Qt's own dialog: it takes a typed name of a file that does not exist in
+  // an Open dialog, as the callers expect, which the desktop's may not.
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  dialog.setAcceptMode(request.saveMode ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  const QStringList filters = qtNameFilters(request.filter);
+  dialog.setNameFilters(filters);
+  if (request.filterIndex >= 1 && request.filterIndex <= filters.size()) {
+    dialog.selectNameFilter(filters[request.filterIndex - 1]);
+  }
+  if (!request.fileName.empty()) dialog.selectFile(toQt(request.fileName));
+  const bool chosen = dialog.exec() == QDialog::Accepted;
+  unwindIfEnded();
+  const QStringList files = dialog.selectedFiles();
+  if (!chosen || files.isEmpty()) return std::nullopt;
+  return files.first().toStdString();
+}
+
+std::optional<std::string> QtPlatform::readUserValue(const std::string& keyPath, const std::string& valueName) {
+  const QVariant value = m_store->value(storeKey(keyPath, valueName));
+  if (!value.isValid()) return std::nullopt;
+  // Bytes that are no text in UTF-8 were kept as bytes; anything else is read as text.
+  if (value.typeId() == QMetaType::QByteArray) return value.toByteArray().toStdString();
+  return value.toString().toStdString();
+}
+
+bool QtPlatform::writeUserValue(const std::string& keyPath, const std::string& valueName,
+                                const std::string& data) {
+  if (!m_store->isWritable()) return false;
+  const QString text = toQt(data);
+  if (text.toStdString() == data) {
+    m_store->setValue(storeKey(keyPath, valueName), text);
+  } else {
+    m_store->setValue(storeKey(keyPath, valueName), QByteArray::fromStdString(data));
+  }
+  m_store->sync();
+  return m_store->status() == QSettings::NoError;
+}
+
+bool QtPlatform::openDocument(const std::string& path) {
+  const QFileInfo file(toQt(path));
+  if (!file.isFile()) return false;
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(file.absoluteFilePath()));
+}
+
+TwipsSize QtPlatform::screenSize() {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (screen == nullptr) throw RuntimeFailure(failure_number::InvalidProcedureCall);
+  const QSize pixels = screen->geometry().size();
+  return TwipsSize{pixelsToTwips(pixels.width()), pixelsToTwips(pixels.height())};
+}
+
+TwipsSize QtPlatform::windowFrameSize(const Form& window) {
+  if (WindowView* view = existingView(window); view && view->widget().isVisible()) {
+    const QWidget& widget = view->widget();
+    const QSize outer = widget.frameGeometry().size();
+    const QSize inner = widget.geometry().size();
+    return TwipsSize{pixelsToTwips(outer.width() - inner.width()), pixelsToTwips(outer.height() - inner.height())};
+  }
+  return TwipsSize{pixelsToTwips(kEstimatedFrameWidthPixels), pixelsToTwips(kEstimatedFrameHeightPixels)};
+}
+
+std::string QtPlatform::currentDirectory() { return QDir::currentPath().toStdString(); }
+
+std::string QtPlatform::programDirectory() { return QCoreApplication::applicationDirPath().toStdString(); }
+
+void QtPlatform::showWindow(Form& window) { showView(viewFor(window)); }
+
+void QtPlatform::showModal(Form& window, Form& owner) {
+  unwindIfEnded();
+  viewFor(owner);
+  WindowView& view = viewFor(window);
+  QWidget& widget = view.widget();
+  if (!widget.isVisible()) widget.setWindowModality(Qt::ApplicationModal);
+  showView(view);
+  if (widget.isVisible()) {
+    QEventLoop loop;
+    HideWatcher watcher(widget, loop);
+    loop.exec(QEventLoop::DialogExec);
+  }
+  unwindIfEnded();
+}
+
+void QtPlatform::hideWindow(Form& window) {
+  if (WindowView* view = existingView(window)) view->widget().hide();
+}
+
+void QtPlatform::unloadWindow(Form& window) { hideWindow(window); }
+
+void QtPlatform::setFocus(Form& window, Control& control) {
+  if (QWidget* widget = viewFor(window).mirror().widget(control)) widget->setFocus(Qt::OtherFocusReason);
+}
+
+void QtPlatform::endProcess() {
+  m_ended = true;
+  for (auto& [form, view] : m_views) view->widget().hide();
+  quitEventLoop();
+}
+
+void QtPlatform::quitEventLoop() { QCoreApplication::exit(0); }
+
+void QtPlatform::runEntryPoint(std::string_view handler, const std::function<void()>& body) {
+  if (m_ended) return;
+  auto report = [&](const RuntimeFailure& failure) {
+    try {
+      MsgBox(*this, unexpectedErrorMessage(handler, failure));
+    } catch (const ProcessEnded&) {
+      quitEventLoop();
+    }
+  };
+  try {
+    body();
+  } catch (const ProcessEnded&) {
+    quitEventLoop();
+  } catch (const RuntimeFailure& failure) {
+    report(failure);
+  } catch (const std::bad_alloc&) {
+    report(RuntimeFailure(failure_number::OutOfMemory));
+  } catch (const std::length_error&) {
+    report(RuntimeFailure(failure_number::OutOfMemory));
+  } catch (const std::exception& error) {
+    // Nothing may leave through Qt's event handling; a fault of the program
+    // itself is shown like any other failure rather than ending the run.
+    constexpr int kInternalError = 51;
+    report(RuntimeFailure(kInternalError, error.what()));
+  }
+}
+
+QWidget& QtPlatform::windowWidget(Form& window) { return viewFor(window).widget(); }
+
+QWidget* QtPlatform::controlWidget(Form& window, const std::string& controlName) {
+  return viewFor(window).mirror().widget(controlName);
+}
+
+bool QtPlatform::controlAcceptsInput(Control& control) {
+  return viewFor(control.Parent()).mirror().acceptsInput(control);
+}
+
+QWidget* QtPlatform::dialogOwner() {
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  for (auto& [form, view] : m_views) {
+    if (view->widget().isVisible() && view->widget().isWindow() && view->widget().parentWidget() == nullptr) {
+      return &view->widget();
+    }
+  }
+  return nullptr;
+}
+
+WindowView& QtPlatform::viewFor(Form& window) {
+  if (WindowView* view = existingView(window)) return *view;
+  std::unique_ptr<WindowView> view;
+  if (auto* main = dynamic_cast<frmKorvane*>(&window)) {
+    view = std::make_unique<MainWindowView>(*main, *this);
+  } else if (auto* settings = dynamic_cast<frmAdvancedSettings*>(&window)) {
+    QWidget& owner = viewFor(settings->program().MainWindow()).widget();
+    view = std::make_unique<SettingsWindowView>(*settings, *this, owner);
+  } else {
+    throw std::logic_error("no view for the window " + window.Name());
+  }
+  m_views.emplace_back(&window, std::move(view));
+  return *m_views.back().second;
+}
+
+WindowView* QtPlatform::existingView(const Form& window) const {
+  for (const auto& [form, view] : m_views) {
+    if (form == &window) return view.get();
+  }
+  return nullptr;
+}
+
+void QtPlatform::showView(WindowView& view) {
+  QWidget& widget = view.widget();
+  widget.show();
+  widget.raise();
+  widget.activateWindow();
+  if (!view.focusPlaced) {
+    view.focusPlaced = true;
+    if (QWidget* first = view.mirror().firstFocusable()) first->setFocus(Qt::OtherFocusReason);
+  }
+}
+
+void QtPlatform::unwindIfEnded() const {
+  if (m_ended) throw ProcessEnded{};
+}
+
+}  // namespace korvane

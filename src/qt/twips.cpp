@@ -1,0 +1,33 @@
+#include "qt/twips.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+constexpr double kTwipsPerInch = 1440;
+constexpr double kFallbackDotsPerInch = 96;
+
+double logicalDotsPerInch() {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  const double dpi = screen ? screen->logicalDotsPerInchY() : 0;
+  return dpi > 0 ? dpi : kFallbackDotsPerInch;
+}
+
+}  // namespace
+
+double twipsPerPixel() { return kTwipsPerInch / logicalDotsPerInch(); }
+
+int twipsToPixels(double twips) { return static_cast<int>(std::lround(twips / twipsPerPixel())); }
+
+double pixelsToTwips(double pixels) { return pixels * twipsPerPixel(); }
+
+QRect pixelGeometry(const ControlDefinition& definition) {
+  return QRect(twipsToPixels(definition.left), twipsToPixels(definition.top), twipsToPixels(definition.width),
+               twipsToPixels(definition.height));
+}
+
+}  // namespace korvane
