@@ -26,12 +26,13 @@ struct LineStore::Impl {
   char* free = nullptr;
   std::size_t freeLeft = 0;
 
-  // Gap buffer: entries [0, gapStart) and [gapEnd, entries.size()) are the lines.
-  std::vector<Entry> entries;
+  // Gap buffer: entries [0, gapStart) and [gapEnd, capacity) are the lines.
+  std::unique_ptr<Entry[]> entries;
+  std::size_t capacity = 0;
   std::size_t gapStart = 0;
   std::size_t gapEnd = 0;
 
-  std::size_t count() const { return gapStart + (entries.size() - gapEnd); }
+  std::size_t count() const { return gapStart + (capacity - gapEnd); }
 
   const Entry& at(std::size_t i) const { return i < gapStart ? entries[i] : entries[gapEnd + (i - gapStart)]; }
 
@@ -70,21 +71,25 @@ struct LineStore::Impl {
     }
   }
 
-  // Makes room for one entry, with the gap at position.
+  // Makes room for one entry, with the gap at position. The index grows by
+  // half its size and is not zero-filled: with millions of lines, touching
+  // memory that is overwritten at once costs as much as the copy itself.
   void reserveOne(std::size_t position) {
     if (gapStart < gapEnd) {
       moveGap(position);
       return;
     }
     std::size_t n = count();
-    std::size_t capacity = std::max<std::size_t>(64, n * 2);
-    std::vector<Entry> grown(capacity);
-    for (std::size_t i = 0; i < position; ++i) grown[i] = at(i);
+    std::size_t grownCapacity = std::max<std::size_t>(64, n + n / 2);
+    auto grown = std::make_unique_for_overwrite<Entry[]>(grownCapacity);
+    moveGap(position);
     std::size_t tail = n - position;
-    for (std::size_t i = 0; i < tail; ++i) grown[capacity - tail + i] = at(position + i);
-    entries.swap(grown);
+    if (position > 0) std::memcpy(grown.get(), entries.get(), position * sizeof(Entry));
+    if (tail > 0) std::memcpy(grown.get() + grownCapacity - tail, entries.get() + gapEnd, tail * sizeof(Entry));
+    entries = std::move(grown);
+    capacity = grownCapacity;
     gapStart = position;
-    gapEnd = capacity - tail;
+    gapEnd = grownCapacity - tail;
   }
 
   void insert(std::string_view text, std::size_t position) {
