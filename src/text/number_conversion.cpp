@@ -150,8 +150,7 @@ double LeadingNumber(std::string_view text) {
   // from_chars reads the period whatever the locale of the process says.
   std::string normal = "0." + parts.digits + "e" + std::to_string(parts.exponent);
   double value = 0;
-  auto [end, error] = std::from_chars(normal.data(), normal.data() + normal.size(), value);
-  (void)end;
+  std::errc error = std::from_chars(normal.data(), normal.data() + normal.size(), value).ec;
   if (error == std::errc::result_out_of_range) {
     if (parts.exponent > 0) overflow();
     return 0;
