@@ -1,6 +1,7 @@
 #include "qt/form_mirror.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
@@ -126,6 +127,7 @@ QWidget* FormMirror::createWidget(Control& control, QWidget* parent) {
       auto* button = new QPushButton(caption, parent);
       // A focused button takes Enter, as buttons do on the desktop.
       button->setAutoDefault(true);
+      button->installEventFilter(this);
       widget = button;
       break;
     }
@@ -247,6 +249,16 @@ void FormMirror::connectInput(Control& control, QWidget* widget) {
     case ControlKind::List:
     case ControlKind::FileDialog: break;
   }
+}
+
+bool FormMirror::eventFilter(QObject* watched, QEvent* event) {
+  // An access key takes the focus to its button before the click, as a
+  // mouse click does, so that the field being left has its LostFocus first.
+  if (event->type() == QEvent::Shortcut) {
+    auto* button = static_cast<QWidget*>(watched);
+    if (button->isEnabled() && (button->focusPolicy() & Qt::TabFocus)) button->setFocus(Qt::ShortcutFocusReason);
+  }
+  return false;
 }
 
 void FormMirror::enter(Control& control, const char* event, const std::function<void()>& body) {

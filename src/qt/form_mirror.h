@@ -55,6 +55,9 @@ class FormMirror : public QObject {
   // Cuts every tie to the records; called before they go away.
   void detach();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void build();
   QWidget* createWidget(Control& control, QWidget* parent);

@@ -172,7 +172,7 @@ void QtPlatform::showWindow(Form& window) { showView(viewFor(window)); }
 
 void QtPlatform::showModal(Form& window, Form& owner) {
   unwindIfEnded();
-  viewFor(owner);
+  QWidget& ownerWidget = viewFor(owner).widget();
   WindowView& view = viewFor(window);
   QWidget& widget = view.widget();
   if (!widget.isVisible()) widget.setWindowModality(Qt::ApplicationModal);
@@ -183,6 +183,8 @@ void QtPlatform::showModal(Form& window, Form& owner) {
     loop.exec(QEventLoop::DialogExec);
   }
   unwindIfEnded();
+  // The author goes on in the owner, whatever the window system activates next.
+  if (ownerWidget.isVisible()) ownerWidget.activateWindow();
 }
 
 void QtPlatform::hideWindow(Form& window) {
