@@ -47,3 +47,19 @@ void readLines(const std::string& path, const LineSink& onLine) {
 }
 
 }  // namespace korvane
+
+namespace korvane {
+
+bool firstLineEndIsBareLF(const std::string& path) {
+  PosixFile file = PosixFile::openForReading(path);
+  char buffer[64 * 1024];
+  while (std::size_t count = file.readSome(buffer, sizeof buffer)) {
+    for (std::size_t i = 0; i < count; ++i) {
+      if (buffer[i] == '\r') return false;
+      if (buffer[i] == '\n') return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace korvane

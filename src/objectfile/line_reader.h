@@ -21,3 +21,12 @@ inline constexpr std::size_t kLineReadBufferSize = std::size_t{1} << 20;
 void readLines(const std::string& path, const LineSink& onLine);
 
 }  // namespace korvane
+
+namespace korvane {
+
+// Whether the first line end of the file is an LF on its own. Such a file
+// reads as one single line, and a rewrite of that line would lose all the
+// others, so it is not taken as a source.
+bool firstLineEndIsBareLF(const std::string& path);
+
+}  // namespace korvane

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "objectfile/line_reader.h"
 #include "objectfile/profile_lookup.h"
 #include "runtime/failure_handling.h"
 #include "runtime/message_box.h"
@@ -9,6 +10,9 @@
 
 namespace korvane {
 namespace {
+
+constexpr const char* kBareLineFeedMessage =
+    "Error Reading KOB File: Lines End In LF Only (Save It With CR LF Line Ends)";
 
 enum class SourceRole { LOD0, LOD1 };
 
@@ -32,14 +36,17 @@ bool validateSource(Platform& platform, const std::string& path, SourceRole role
         // The text counts by what it rounds to: "2.5" is 2, "2 objects" is 2.
         std::int32_t count = RoundToWhole(LeadingNumber(numberOfLOD), WholeWidth::Bits32);
         if (role == SourceRole::LOD0) {
-          if (count < 1 || count > 2) refuse("Error Reading KOB File: Invalid NumberOfLOD");
-          return;
+          if (count < 1 || count > 2) return refuse("Error Reading KOB File: Invalid NumberOfLOD");
+        } else {
+          if (count != 1) return refuse("Error Reading KOB File: Invalid NumberOfLOD for LOD 1");
+          // Only its presence counts: the value is never used.
+          if (GetINIString(platform, "LOD 0", "NumberOfSurfaces", path).empty()) {
+            return refuse("Error Reading KOB File: NumberOfSurfaces Not Found");
+          }
         }
-        if (count != 1) return refuse("Error Reading KOB File: Invalid NumberOfLOD for LOD 1");
-        // Only its presence counts: the value is never used.
-        if (GetINIString(platform, "LOD 0", "NumberOfSurfaces", path).empty()) {
-          refuse("Error Reading KOB File: NumberOfSurfaces Not Found");
-        }
+        // The lookups see the keys of a file whose lines end in LF alone, but
+        // the stores would hold it as one line: refused before anything changes.
+        if (firstLineEndIsBareLF(path)) refuse(kBareLineFeedMessage);
       },
       [&](const RuntimeFailure&) { accepted = false; });
   return accepted;

@@ -21,6 +21,7 @@ const std::string kNumberOfLODNotFound = "Error Reading KOB File: NumberOfLOD No
 const std::string kInvalidLOD0 = "Error Reading KOB File: Invalid NumberOfLOD";
 const std::string kInvalidLOD1 = "Error Reading KOB File: Invalid NumberOfLOD for LOD 1";
 const std::string kSurfacesNotFound = "Error Reading KOB File: NumberOfSurfaces Not Found";
+const std::string kBareLineFeeds = "Error Reading KOB File: Lines End In LF Only (Save It With CR LF Line Ends)";
 
 // A source that both validators accept, but for its NumberOfLOD.
 std::string sourceWithNumberOfLOD(const std::string& text) {
@@ -162,10 +163,21 @@ INSTANTIATE_TEST_SUITE_P(
         LayoutCase{"TwoLODsWithoutSurfacesIsOnlyTheLOD1Message",
                    crlf({"[Material - 0]", "TextureMap=a", "[LOD Information]", "NumberOfLOD=2"}), kAccepted,
                    refused(kInvalidLOD1)},
+        // The lookup reads such a file, but the stores would take it as one
+        // line that a rewrite replaces whole.
         LayoutCase{
-            "LfLineEndsAreReadByTheLookup",
+            "LfLineEndsAreRefusedAfterTheKeyChecks",
             "[Material - 0]\nTextureMap=a\n[LOD Information]\nNumberOfLOD=1\n[LOD 0]\nNumberOfSurfaces=2\n",
-            kAccepted, kAccepted}),
+            refused(kBareLineFeeds), refused(kBareLineFeeds)},
+        LayoutCase{"LfFileWithoutKeysGetsTheKeyMessage", "[Material - 0]\nShininess=1\n",
+                   refused(kTextureMapNotFound), refused(kTextureMapNotFound)},
+        LayoutCase{"LoneLfAfterTheFirstLineEndIsTaken",
+                   "[Material - 0]\r\nTextureMap=a\r\n[LOD Information]\r\nNumberOfLOD=1\r\n"
+                   "[LOD 0]\r\nNumberOfSurfaces=2\r\nNote=a\nb\r\n",
+                   kAccepted, kAccepted},
+        LayoutCase{"CrOnlyLineEndsAreTaken",
+                   "[Material - 0]\rTextureMap=a\r[LOD Information]\rNumberOfLOD=1\r",
+                   kAccepted, refused(kSurfacesNotFound)}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(SourceValidation, MissingFileGetsTheTextureMapMessage) {
