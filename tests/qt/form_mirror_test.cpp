@@ -11,6 +11,7 @@
 #include <QSignalSpy>
 #include <QSlider>
 #include <QStyle>
+#include <QStyleOptionButton>
 #include <QStyleOptionSlider>
 #include <cmath>
 #include <set>
@@ -123,6 +124,30 @@ TEST_F(FormMirrorTest, SettingsWindowWidgetsMirrorTheirRecords) {
   QWidget& window = platform.windowWidget(program.AdvancedSettings());
   EXPECT_EQ(window.windowTitle(), "Advanced Settings");
   EXPECT_EQ(window.size(), QSize(209, 158));
+}
+
+// A caption wider than its control would be cut off on screen.
+TEST_F(FormMirrorTest, EveryCaptionFitsItsControl) {
+  for (Form* form : std::initializer_list<Form*>{&frm, &program.AdvancedSettings()}) {
+    for (const Control* control : form->Controls()) {
+      QWidget* widget = platform.controlWidget(*form, control->Name());
+      if (widget == nullptr || control->Definition().caption.empty()) continue;
+      QString caption = QString::fromStdString(control->Definition().caption);
+      caption.remove(QLatin1Char('&'));
+      // The ink of the text. Offscreen glyphs are not hinted and run up to two
+      // pixels wider than on a screen, where "Number Of LOD:" just fits.
+      constexpr int kUnhintedSlack = 2;
+      const int needed = widget->fontMetrics().tightBoundingRect(caption).right() + 1 - kUnhintedSlack;
+      int room = widget->width();
+      if (auto* box = qobject_cast<QCheckBox*>(widget)) {
+        QStyleOptionButton option;
+        option.initFrom(box);
+        room = box->style()->subElementRect(QStyle::SE_CheckBoxContents, &option, box).width();
+      }
+      EXPECT_LE(needed, room) << control->Name() << " cuts off \"" << caption.toStdString() << "\" in "
+                              << QFontInfo(widget->font()).family().toStdString();
+    }
+  }
 }
 
 TEST_F(FormMirrorTest, TextureMapFieldLiesOverTheDataFrameAndFollowsOnlyItsOwnFlag) {
