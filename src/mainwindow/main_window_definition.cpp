@@ -82,7 +82,7 @@ std::map<std::string, ControlDefinition> buildTable() {
       // Bottom strip.
       control("Frame3", K::Frame, "", -120, 4080, 9015, 615, 3, true),
       control("Label1", K::Label, "Frame3", 360, 240, 4215, 255, 4, true,
-              "Korvane  -  texture, ColorKey and LOD merge for KOB objects"),
+              "Korvane  -  KOB texture, ColorKey and LOD merge"),
       control("Label2", K::Label, "Frame3", 8040, 240, 735, 255, 5, true, "Ver:  2.0"),
       // Never on screen.
       control("lstDataLOD0", K::List, "", 0, 4800, 8775, 1320, 0, false),
