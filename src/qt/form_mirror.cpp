@@ -28,7 +28,9 @@ namespace korvane {
 
 namespace {
 
-QString toQt(const std::string& text) { return QString::fromStdString(text); }
+QString toQt(const std::string& text) {
+  return QString::fromStdString(text);
+}
 
 // Min of the record stands at the top of the bar. The widget always runs
 // from 0 at the top, so its arrows, keys and wheel move the right way round.
@@ -42,9 +44,12 @@ long long barRecordValue(const VScrollBar& bar, int widgetValue) {
 
 Qt::CheckState checkState(int value) {
   switch (value) {
-    case 1: return Qt::Checked;
-    case 2: return Qt::PartiallyChecked;
-    default: return Qt::Unchecked;
+    case 1:
+      return Qt::Checked;
+    case 2:
+      return Qt::PartiallyChecked;
+    default:
+      return Qt::Unchecked;
   }
 }
 
@@ -57,7 +62,9 @@ QString autoLodDisplay(const QString& text) {
   }
 }
 
-bool isContainer(const Control& control) { return control.Kind() == ControlKind::Frame; }
+bool isContainer(const Control& control) {
+  return control.Kind() == ControlKind::Frame;
+}
 
 bool neverOnScreen(const Control& control) {
   return control.Kind() == ControlKind::List || control.Kind() == ControlKind::FileDialog ||
@@ -81,7 +88,9 @@ FormMirror::FormMirror(Form& form, QWidget& window, QtPlatform& platform)
 
 FormMirror::~FormMirror() = default;
 
-void FormMirror::detach() { m_attached = false; }
+void FormMirror::detach() {
+  m_attached = false;
+}
 
 void FormMirror::build() {
   m_window.setWindowTitle(toQt(m_form.Definition().caption));
@@ -131,7 +140,9 @@ QWidget* FormMirror::createWidget(Control& control, QWidget* parent) {
       widget = button;
       break;
     }
-    case ControlKind::CheckBox: widget = new MirrorCheckBox(caption, parent); break;
+    case ControlKind::CheckBox:
+      widget = new MirrorCheckBox(caption, parent);
+      break;
     case ControlKind::TextBox: {
       auto* edit = new QLineEdit(parent);
       edit->setReadOnly(d.locked);
@@ -149,7 +160,9 @@ QWidget* FormMirror::createWidget(Control& control, QWidget* parent) {
       widget = label;
       break;
     }
-    case ControlKind::Frame: widget = new QGroupBox(caption, parent); break;
+    case ControlKind::Frame:
+      widget = new QGroupBox(caption, parent);
+      break;
     case ControlKind::VScrollBar: {
       auto& record = static_cast<VScrollBar&>(control);
       auto* bar = new QScrollBar(Qt::Vertical, parent);
@@ -180,7 +193,8 @@ QWidget* FormMirror::createWidget(Control& control, QWidget* parent) {
       break;
     }
     case ControlKind::List:
-    case ControlKind::FileDialog: break;
+    case ControlKind::FileDialog:
+      break;
   }
   widget->setObjectName(toQt(d.name));
   widget->setGeometry(pixelGeometry(d));
@@ -210,9 +224,10 @@ void FormMirror::connectInput(Control& control, QWidget* widget) {
     }
     case ControlKind::TextBox: {
       auto& record = static_cast<TextBox&>(control);
-      connect(static_cast<QLineEdit*>(widget), &QLineEdit::textEdited, this, [this, &record](const QString& text) {
-        enter(record, "_Change", [&record, text] { record.SetText(text.toStdString()); });
-      });
+      connect(static_cast<QLineEdit*>(widget), &QLineEdit::textEdited, this,
+              [this, &record](const QString& text) {
+                enter(record, "_Change", [&record, text] { record.SetText(text.toStdString()); });
+              });
       break;
     }
     case ControlKind::VScrollBar: {
@@ -247,7 +262,8 @@ void FormMirror::connectInput(Control& control, QWidget* widget) {
     case ControlKind::Label:
     case ControlKind::Frame:
     case ControlKind::List:
-    case ControlKind::FileDialog: break;
+    case ControlKind::FileDialog:
+      break;
   }
 }
 
@@ -256,7 +272,8 @@ bool FormMirror::eventFilter(QObject* watched, QEvent* event) {
   // mouse click does, so that the field being left has its LostFocus first.
   if (event->type() == QEvent::Shortcut) {
     auto* button = static_cast<QWidget*>(watched);
-    if (button->isEnabled() && (button->focusPolicy() & Qt::TabFocus)) button->setFocus(Qt::ShortcutFocusReason);
+    if (button->isEnabled() && (button->focusPolicy() & Qt::TabFocus))
+      button->setFocus(Qt::ShortcutFocusReason);
   }
   return false;
 }
@@ -314,7 +331,8 @@ void FormMirror::refresh(Control& control) {
     case ControlKind::Button:
     case ControlKind::Frame:
     case ControlKind::List:
-    case ControlKind::FileDialog: break;
+    case ControlKind::FileDialog:
+      break;
   }
 }
 
@@ -331,7 +349,8 @@ void FormMirror::applyTabOrder() {
       stops.emplace_back(control->Definition().tabIndex, widget);
     }
   }
-  std::stable_sort(stops.begin(), stops.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::stable_sort(stops.begin(), stops.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
   m_tabOrder.clear();
   for (const auto& stop : stops) m_tabOrder.push_back(stop.second);
   for (std::size_t i = 1; i < m_tabOrder.size(); ++i) QWidget::setTabOrder(m_tabOrder[i - 1], m_tabOrder[i]);

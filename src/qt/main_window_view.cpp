@@ -30,7 +30,8 @@ MainWindowView::MainWindowView(frmKorvane& form, QtPlatform& platform)
   setObjectName(QString::fromStdString(form.Name()));
   setWindowIcon(programIcon());
   m_mirror.showBackColor("lblShowColor");
-  if (auto* button = qobject_cast<QPushButton*>(m_mirror.widget(form.DefaultButton()))) button->setDefault(true);
+  if (auto* button = qobject_cast<QPushButton*>(m_mirror.widget(form.DefaultButton())))
+    button->setDefault(true);
 }
 
 void MainWindowView::closeEvent(QCloseEvent* event) {

@@ -29,7 +29,9 @@ namespace korvane {
 
 namespace {
 
-QString toQt(const std::string& text) { return QString::fromStdString(text); }
+QString toQt(const std::string& text) {
+  return QString::fromStdString(text);
+}
 
 // What a window manager's frame adds before the window has one of its own:
 // a thin border round the sides and bottom, a title bar on top.
@@ -77,8 +79,8 @@ QStringList qtNameFilters(const std::string& filter) {
 }
 
 QtPlatform::QtPlatform()
-    : m_store(std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Korvane"),
-                                          QStringLiteral("Korvane"))) {}
+    : m_store(std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope,
+                                          QStringLiteral("Korvane"), QStringLiteral("Korvane"))) {}
 
 QtPlatform::QtPlatform(const QString& storeFile)
     : m_store(std::make_unique<QSettings>(storeFile, QSettings::IniFormat)) {}
@@ -120,7 +122,8 @@ std::optional<std::string> QtPlatform::fileDialog(const FileDialogRequest& reque
   return files.first().toStdString();
 }
 
-std::optional<std::string> QtPlatform::readUserValue(const std::string& keyPath, const std::string& valueName) {
+std::optional<std::string> QtPlatform::readUserValue(const std::string& keyPath,
+                                                     const std::string& valueName) {
   const QVariant value = m_store->value(storeKey(keyPath, valueName));
   if (!value.isValid()) return std::nullopt;
   // Bytes that are no text in UTF-8 were kept as bytes; anything else is read as text.
@@ -159,16 +162,23 @@ TwipsSize QtPlatform::windowFrameSize(const Form& window) {
     const QWidget& widget = view->widget();
     const QSize outer = widget.frameGeometry().size();
     const QSize inner = widget.geometry().size();
-    return TwipsSize{pixelsToTwips(outer.width() - inner.width()), pixelsToTwips(outer.height() - inner.height())};
+    return TwipsSize{pixelsToTwips(outer.width() - inner.width()),
+                     pixelsToTwips(outer.height() - inner.height())};
   }
   return TwipsSize{pixelsToTwips(kEstimatedFrameWidthPixels), pixelsToTwips(kEstimatedFrameHeightPixels)};
 }
 
-std::string QtPlatform::currentDirectory() { return QDir::currentPath().toStdString(); }
+std::string QtPlatform::currentDirectory() {
+  return QDir::currentPath().toStdString();
+}
 
-std::string QtPlatform::programDirectory() { return QCoreApplication::applicationDirPath().toStdString(); }
+std::string QtPlatform::programDirectory() {
+  return QCoreApplication::applicationDirPath().toStdString();
+}
 
-void QtPlatform::showWindow(Form& window) { showView(viewFor(window)); }
+void QtPlatform::showWindow(Form& window) {
+  showView(viewFor(window));
+}
 
 void QtPlatform::showModal(Form& window, Form& owner) {
   unwindIfEnded();
@@ -191,7 +201,9 @@ void QtPlatform::hideWindow(Form& window) {
   if (WindowView* view = existingView(window)) view->widget().hide();
 }
 
-void QtPlatform::unloadWindow(Form& window) { hideWindow(window); }
+void QtPlatform::unloadWindow(Form& window) {
+  hideWindow(window);
+}
 
 void QtPlatform::setFocus(Form& window, Control& control) {
   if (QWidget* widget = viewFor(window).mirror().widget(control)) widget->setFocus(Qt::OtherFocusReason);
@@ -203,7 +215,9 @@ void QtPlatform::endProcess() {
   quitEventLoop();
 }
 
-void QtPlatform::quitEventLoop() { QCoreApplication::exit(0); }
+void QtPlatform::quitEventLoop() {
+  QCoreApplication::exit(0);
+}
 
 void QtPlatform::runEntryPoint(std::string_view handler, const std::function<void()>& body) {
   if (m_ended) return;
@@ -232,7 +246,9 @@ void QtPlatform::runEntryPoint(std::string_view handler, const std::function<voi
   }
 }
 
-QWidget& QtPlatform::windowWidget(Form& window) { return viewFor(window).widget(); }
+QWidget& QtPlatform::windowWidget(Form& window) {
+  return viewFor(window).widget();
+}
 
 QWidget* QtPlatform::controlWidget(Form& window, const std::string& controlName) {
   return viewFor(window).mirror().widget(controlName);

@@ -41,7 +41,8 @@ class QtPlatform : public Platform {
   void messageBox(const std::string& prompt, const std::string& title) override;
   std::optional<std::string> fileDialog(const FileDialogRequest& request) override;
   std::optional<std::string> readUserValue(const std::string& keyPath, const std::string& valueName) override;
-  bool writeUserValue(const std::string& keyPath, const std::string& valueName, const std::string& data) override;
+  bool writeUserValue(const std::string& keyPath, const std::string& valueName,
+                      const std::string& data) override;
   bool openDocument(const std::string& path) override;
   TwipsSize screenSize() override;
   TwipsSize windowFrameSize(const Form& window) override;

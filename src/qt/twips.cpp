@@ -19,11 +19,17 @@ double logicalDotsPerInch() {
 
 }  // namespace
 
-double twipsPerPixel() { return kTwipsPerInch / logicalDotsPerInch(); }
+double twipsPerPixel() {
+  return kTwipsPerInch / logicalDotsPerInch();
+}
 
-int twipsToPixels(double twips) { return static_cast<int>(std::lround(twips / twipsPerPixel())); }
+int twipsToPixels(double twips) {
+  return static_cast<int>(std::lround(twips / twipsPerPixel()));
+}
 
-double pixelsToTwips(double pixels) { return pixels * twipsPerPixel(); }
+double pixelsToTwips(double pixels) {
+  return pixels * twipsPerPixel();
+}
 
 QRect pixelGeometry(const ControlDefinition& definition) {
   return QRect(twipsToPixels(definition.left), twipsToPixels(definition.top), twipsToPixels(definition.width),

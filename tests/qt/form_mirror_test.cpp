@@ -110,7 +110,9 @@ class FormMirrorTest : public QtWindowTest {
   }
 };
 
-TEST_F(FormMirrorTest, DrawsFifteenTwipsToThePixelOffscreen) { EXPECT_DOUBLE_EQ(twipsPerPixel(), 15); }
+TEST_F(FormMirrorTest, DrawsFifteenTwipsToThePixelOffscreen) {
+  EXPECT_DOUBLE_EQ(twipsPerPixel(), 15);
+}
 
 TEST_F(FormMirrorTest, MainWindowWidgetsMirrorTheirRecords) {
   expectMirrors(frm);
@@ -185,18 +187,17 @@ TEST_F(FormMirrorTest, FirstScreenTakesInputOnlyAtTheThreeButtons) {
 
 TEST_F(FormMirrorTest, TabWalksTheControlsByRisingTabIndex) {
   // First screen: only the three buttons can take the focus.
-  EXPECT_EQ(tabWalk(3),
-            (std::vector<std::string>{"btnViewHelp", "btnExit", "btnBrowseLOD0"}));
+  EXPECT_EQ(tabWalk(3), (std::vector<std::string>{"btnViewHelp", "btnExit", "btnBrowseLOD0"}));
 
   openLOD0(dir.write("barrel.kob", testing::kBarrel));
   frm.chkAddColorKey.SetValue(1);
   mainWidget("btnBrowseLOD0")->setFocus();
   EXPECT_EQ(tabWalk(18),
             (std::vector<std::string>{"txtFilePathLOD0", "txtTextureMap", "btnBrowseTextureMap", "btnSaveAs",
-                                      "btnViewHelp", "btnExit", "mskColorKey0", "mskColorKey1", "mskColorKey2",
-                                      "vscrlColorKey0", "vscrlColorKey1", "vscrlColorKey2", "chkAddLOD1",
-                                      "chkAddColorKey", "sldColorKey0", "sldColorKey1", "sldColorKey2",
-                                      "btnBrowseLOD0"}));
+                                      "btnViewHelp", "btnExit", "mskColorKey0", "mskColorKey1",
+                                      "mskColorKey2", "vscrlColorKey0", "vscrlColorKey1", "vscrlColorKey2",
+                                      "chkAddLOD1", "chkAddColorKey", "sldColorKey0", "sldColorKey1",
+                                      "sldColorKey2", "btnBrowseLOD0"}));
 }
 
 TEST_F(FormMirrorTest, SettingsWindowTabOrderStartsAtOK) {

@@ -31,16 +31,16 @@ TEST_P(HelpMessage, IsExplainedWordForWord) {
 
 INSTANTIATE_TEST_SUITE_P(
     Messages, HelpMessage,
-    ::testing::Values("Error Reading KOB File: TextureMap Not Found", "Error Reading KOB File: NumberOfLOD Not Found",
-                      "Error Reading KOB File: Invalid NumberOfLOD<",
-                      "Error Reading KOB File: Invalid NumberOfLOD for LOD 1",
-                      "Error Reading KOB File: NumberOfSurfaces Not Found",
-                      "Error Reading KOB File: Lines End In LF Only (Save It With CR LF Line Ends)",
-                      "Error Reading the KOB file", "AutoLOD#0 not found.  Using default value...",
-                      "AutoLOD#1 not found.  Using default value...", "Please enter a TextureMap name",
-                      "Please complete all ColorKey entries", "The TextureMap keyword was not found in your KOB file",
-                      "Error launching help file.", "Unexpected error in GetINIString. ",
-                      "Unexpected error in GetRegStr ", "Use Caution With These Settings!!",
-                      "Load Defaults Which Approximate Vastmere's Stock Objects"));
+    ::testing::Values(
+        "Error Reading KOB File: TextureMap Not Found", "Error Reading KOB File: NumberOfLOD Not Found",
+        "Error Reading KOB File: Invalid NumberOfLOD<",
+        "Error Reading KOB File: Invalid NumberOfLOD for LOD 1",
+        "Error Reading KOB File: NumberOfSurfaces Not Found",
+        "Error Reading KOB File: Lines End In LF Only (Save It With CR LF Line Ends)",
+        "Error Reading the KOB file", "AutoLOD#0 not found.  Using default value...",
+        "AutoLOD#1 not found.  Using default value...", "Please enter a TextureMap name",
+        "Please complete all ColorKey entries", "The TextureMap keyword was not found in your KOB file",
+        "Error launching help file.", "Unexpected error in GetINIString. ", "Unexpected error in GetRegStr ",
+        "Use Caution With These Settings!!", "Load Defaults Which Approximate Vastmere's Stock Objects"));
 
 }  // namespace

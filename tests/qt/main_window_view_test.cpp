@@ -108,7 +108,8 @@ TEST_F(MainWindowViewTest, HelpThatCannotBeOpenedSaysSo) {
   platform.openSucceeds = false;
   click(mainWidget("btnViewHelp"));
   click(mainWidget("btnViewHelp"));
-  EXPECT_EQ(platform.messages, (std::vector<std::string>{"Error launching help file.", "Error launching help file."}));
+  EXPECT_EQ(platform.messages,
+            (std::vector<std::string>{"Error launching help file.", "Error launching help file."}));
   EXPECT_EQ(platform.messageTitles.front(), "Korvane");
 }
 

@@ -45,16 +45,18 @@ TEST_P(NameFilters, KeepTheDescriptionAndApplyThePattern) {
   EXPECT_EQ(qtNameFilters(GetParam().filter), GetParam().expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Filters, NameFilters,
-    ::testing::Values(
-        FilterCase{"KobFilter", "KOB File (*.kob)|*.kob|All Files (*.*) |*.*",
-                   {"KOB File (*.kob) (*.kob)", "All Files (*.*)  (*)"}},
-        FilterCase{"TgaFilter", "TGA File (*.tga)|*.tga|All Files (*.*) |*.*",
-                   {"TGA File (*.tga) (*.tga)", "All Files (*.*)  (*)"}},
-        FilterCase{"SeveralPatternsOnePair", "Pictures|*.tga;*.bmp", {"Pictures (*.tga *.bmp)"}},
-        FilterCase{"DescriptionWithoutPattern", "Lonely", {}}),
-    [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Filters, NameFilters,
+                         ::testing::Values(FilterCase{"KobFilter",
+                                                      "KOB File (*.kob)|*.kob|All Files (*.*) |*.*",
+                                                      {"KOB File (*.kob) (*.kob)", "All Files (*.*)  (*)"}},
+                                           FilterCase{"TgaFilter",
+                                                      "TGA File (*.tga)|*.tga|All Files (*.*) |*.*",
+                                                      {"TGA File (*.tga) (*.tga)", "All Files (*.*)  (*)"}},
+                                           FilterCase{"SeveralPatternsOnePair",
+                                                      "Pictures|*.tga;*.bmp",
+                                                      {"Pictures (*.tga *.bmp)"}},
+                                           FilterCase{"DescriptionWithoutPattern", "Lonely", {}}),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 class QtPlatformTest : public ::testing::Test {
  protected:
@@ -89,8 +91,12 @@ TEST_F(QtPlatformTest, OpenDialogTakesATypedNameOfAMissingFileAndCancelGivesNoth
     dialog.selectFile(QStringLiteral("not_there"));
     static_cast<QDialog&>(dialog).accept();
   });
-  FileDialogRequest request{"Open KOB File (LOD 0)", dir.path().string(),
-                            "KOB File (*.kob)|*.kob|All Files (*.*) |*.*", 1, false, ""};
+  FileDialogRequest request{"Open KOB File (LOD 0)",
+                            dir.path().string(),
+                            "KOB File (*.kob)|*.kob|All Files (*.*) |*.*",
+                            1,
+                            false,
+                            ""};
   EXPECT_EQ(platform.fileDialog(request), dir.file("not_there"));
 
   onModal<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
@@ -122,15 +128,15 @@ TEST_P(StoreKeepsText, ExactlyAcrossRuns) {
   EXPECT_EQ(nextRun.readUserValue("Software\\Korvane", "DefaultDir"), GetParam().text);
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, StoreKeepsText,
-                         ::testing::Values(StoredText{"RootDirectory", "/"},
-                                           StoredText{"BlanksInsideAndAround", "  /home/my author/kob files "},
-                                           StoredText{"Backslashes", "C:\\Objects\\Crates\\"},
-                                           StoredText{"QuotesAndSemicolon", "/a \"b\";c=d#e"},
-                                           StoredText{"NonAsciiUtf8", "/home/m\xc3\xbcller/\xe6\xa8\xa1\xe5\x9e\x8b"},
-                                           StoredText{"CodePageByte", "/home/m\xfcller"},
-                                           StoredText{"EmptyText", ""}),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Texts, StoreKeepsText,
+    ::testing::Values(StoredText{"RootDirectory", "/"},
+                      StoredText{"BlanksInsideAndAround", "  /home/my author/kob files "},
+                      StoredText{"Backslashes", "C:\\Objects\\Crates\\"},
+                      StoredText{"QuotesAndSemicolon", "/a \"b\";c=d#e"},
+                      StoredText{"NonAsciiUtf8", "/home/m\xc3\xbcller/\xe6\xa8\xa1\xe5\x9e\x8b"},
+                      StoredText{"CodePageByte", "/home/m\xfcller"}, StoredText{"EmptyText", ""}),
+    [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(QtPlatformTest, ValueNeverWrittenIsMissing) {
   EXPECT_EQ(platform.readUserValue("Software\\Korvane", "DefaultDir"), std::nullopt);

@@ -91,7 +91,8 @@ TEST_F(SettingsWindowViewTest, ValueLeftByAClickOnUseDefaultGivesWayToTheDefault
     EXPECT_EQ(settingsWidget<QLineEdit>("mskAutoLOD1")->text(), "0.000");
     click(settingsWidget("OKButton"));
   });
-  EXPECT_EQ(ran, (std::vector<std::string>{"mskAutoLOD1_LostFocus", "btnUseDefault_Click", "OKButton_Click"}));
+  EXPECT_EQ(ran,
+            (std::vector<std::string>{"mskAutoLOD1_LostFocus", "btnUseDefault_Click", "OKButton_Click"}));
   EXPECT_EQ(settings.mskAutoLOD1.Text(), "0.000");
 }
 
@@ -102,7 +103,8 @@ TEST_F(SettingsWindowViewTest, AccessKeyOfUseDefaultLeavesTheFieldFirst) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return ran.size() == 2; }, 2000));
     click(settingsWidget("OKButton"));
   });
-  EXPECT_EQ(ran, (std::vector<std::string>{"mskAutoLOD0_LostFocus", "btnUseDefault_Click", "OKButton_Click"}));
+  EXPECT_EQ(ran,
+            (std::vector<std::string>{"mskAutoLOD0_LostFocus", "btnUseDefault_Click", "OKButton_Click"}));
   EXPECT_EQ(settings.mskAutoLOD0.Text(), "0.250");
 }
 
@@ -120,7 +122,8 @@ TEST_F(SettingsWindowViewTest, CloseBoxHidesLikeOKAndTheValuesStay) {
   EXPECT_EQ(settings.mskAutoLOD1.Text(), "0.500");
 
   visit([&] {
-    EXPECT_EQ(settingsWidget<QLineEdit>("mskAutoLOD1")->text(), "0.500") << "the same texts on the next visit";
+    EXPECT_EQ(settingsWidget<QLineEdit>("mskAutoLOD1")->text(), "0.500")
+        << "the same texts on the next visit";
     click(settingsWidget("OKButton"));
   });
 }

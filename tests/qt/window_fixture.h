@@ -53,7 +53,9 @@ class QtWindowTest : public ::testing::Test {
     return widget;
   }
 
-  static void click(QWidget* widget) { QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center()); }
+  static void click(QWidget* widget) {
+    QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
+  }
   // Clicks into a field, selects what it holds and types over it key by key.
   static void typeOver(QWidget* field, const QString& text) {
     click(field);
