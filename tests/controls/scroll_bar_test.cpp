@@ -6,17 +6,13 @@
 
 #include "controls/form.h"
 #include "runtime/failure.h"
+#include "support/control_definitions.h"
 #include "support/scripted_platform.h"
 
 namespace korvane {
 namespace {
 
-ControlDefinition named(const char* name, ControlKind kind) {
-  ControlDefinition definition;
-  definition.name = name;
-  definition.kind = kind;
-  return definition;
-}
+using testing::named;
 
 // As the ColorKey bars stand: Min 255 at the top, Max 0 at the bottom.
 class ScrollBarRecord : public ::testing::Test {

@@ -6,17 +6,13 @@
 
 #include "controls/form.h"
 #include "runtime/failure.h"
+#include "support/control_definitions.h"
 #include "support/scripted_platform.h"
 
 namespace korvane {
 namespace {
 
-ControlDefinition named(const char* name, ControlKind kind) {
-  ControlDefinition definition;
-  definition.name = name;
-  definition.kind = kind;
-  return definition;
-}
+using testing::named;
 
 class SliderRecord : public ::testing::Test {
  protected:
