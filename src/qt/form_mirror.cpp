@@ -77,7 +77,7 @@ FormMirror::FormMirror(Form& form, QWidget& window, QtPlatform& platform)
     : m_form(form), m_window(window), m_platform(platform) {
   build();
   m_form.SetObserver([this](Control* control) {
-    if (!m_attached) return;
+    if (!*m_attached) return;
     if (control == nullptr) {
       refreshWindow();
       return;
@@ -89,7 +89,7 @@ FormMirror::FormMirror(Form& form, QWidget& window, QtPlatform& platform)
 FormMirror::~FormMirror() = default;
 
 void FormMirror::detach() {
-  m_attached = false;
+  *m_attached = false;
 }
 
 void FormMirror::build() {
@@ -186,8 +186,13 @@ QWidget* FormMirror::createWidget(Control& control, QWidget* parent) {
     case ControlKind::MaskedEdit: {
       auto& record = static_cast<MaskedEdit&>(control);
       auto* edit = new MaskedLineEdit(parent);
+      // The validator lives as long as the widget, which may outlive the
+      // record: Qt still asks it when the dying window takes the focus away.
       edit->setValidator(new TypingValidator(
-          [&record](const QString& text) { return record.AcceptsTyped(text.toStdString()); }, edit));
+          [attached = m_attached, &record](const QString& text) {
+            return !*attached || record.AcceptsTyped(text.toStdString());
+          },
+          edit));
       if (!record.Settings().format.empty()) edit->setDisplayFormat(autoLodDisplay);
       widget = edit;
       break;
@@ -279,11 +284,11 @@ bool FormMirror::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FormMirror::enter(Control& control, const char* event, const std::function<void()>& body) {
-  if (!m_attached) return;
+  if (!*m_attached) return;
   m_platform.runEntryPoint(control.Name() + event, body);
   // The widget shows what the record holds now, whatever the handler did
   // with the input, so nothing the record refused stays on screen.
-  if (m_attached && !m_platform.ended()) refresh(control);
+  if (*m_attached && !m_platform.ended()) refresh(control);
 }
 
 void FormMirror::refresh(Control& control) {

@@ -13,6 +13,7 @@
 #include <QObject>
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -74,7 +75,8 @@ class FormMirror : public QObject {
   std::map<const Control*, QWidget*> m_widgets;
   std::vector<QWidget*> m_tabOrder;
   std::set<const Control*> m_swatches;
-  bool m_attached = true;
+  // Shared with what outlives the mirror inside the widgets.
+  std::shared_ptr<bool> m_attached = std::make_shared<bool>(true);
 };
 
 }  // namespace korvane
