@@ -16,7 +16,6 @@
 #include <cmath>
 #include <set>
 
-#include "qt/twips.h"
 #include "window_fixture.h"
 
 namespace korvane {
@@ -109,10 +108,6 @@ class FormMirrorTest : public QtWindowTest {
     QTest::mouseRelease(bar, Qt::LeftButton, {}, rect.center());
   }
 };
-
-TEST_F(FormMirrorTest, DrawsFifteenTwipsToThePixelOffscreen) {
-  EXPECT_DOUBLE_EQ(twipsPerPixel(), 15);
-}
 
 TEST_F(FormMirrorTest, MainWindowWidgetsMirrorTheirRecords) {
   expectMirrors(frm);

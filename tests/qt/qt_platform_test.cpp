@@ -9,7 +9,6 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QScreen>
-#include <filesystem>
 
 #include "runtime/failure.h"
 #include "window_fixture.h"
@@ -162,18 +161,6 @@ TEST_F(QtPlatformTest, ScreenSizeIsThePrimaryScreenInTwips) {
   const TwipsSize screen = platform.screenSize();
   EXPECT_DOUBLE_EQ(screen.width, pixels.width() * 15.0);
   EXPECT_DOUBLE_EQ(screen.height, pixels.height() * 15.0);
-}
-
-TEST_F(QtPlatformTest, FrameOfAWindowNotYetShownIsEstimated) {
-  Program program(platform);
-  const TwipsSize frame = platform.windowFrameSize(program.MainWindow());
-  EXPECT_EQ(frame.width, 8 * 15.0);
-  EXPECT_EQ(frame.height, 32 * 15.0);
-}
-
-TEST_F(QtPlatformTest, DirectoriesComeFromTheProcess) {
-  EXPECT_EQ(platform.currentDirectory(), std::filesystem::current_path().string());
-  EXPECT_EQ(platform.programDirectory(), QCoreApplication::applicationDirPath().toStdString());
 }
 
 class EntryPoints : public ::testing::Test {
