@@ -42,6 +42,12 @@ void frmKorvane::Form_Load() {
 
 void frmKorvane::Form_QueryUnload() { m_program.ExitProgram(); }
 
+void frmKorvane::RequestClose() {
+  if (closing) return;
+  closing = true;
+  Form_QueryUnload();
+}
+
 MaskedEdit& frmKorvane::colorKeyField(int channel) {
   MaskedEdit* fields[] = {&mskColorKey0, &mskColorKey1, &mskColorKey2};
   return *fields[channel];

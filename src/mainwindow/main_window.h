@@ -44,6 +44,9 @@ class frmKorvane : public Form {
   void Form_Load();
   // Every close request of the window ends here.
   void Form_QueryUnload();
+  // A close request, from the close box, the system menu, Alt+F4 or
+  // ExitProgram: raises Form_QueryUnload unless a close is already under way.
+  void RequestClose();
 
   // The default button: Enter clicks it wherever the focus is.
   Button& DefaultButton() { return btnBrowseLOD0; }

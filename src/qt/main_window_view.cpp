@@ -38,7 +38,7 @@ void MainWindowView::closeEvent(QCloseEvent* event) {
   // The window goes only when the process ends, which ExitProgram decides.
   event->ignore();
   if (m_platform.ended()) return;
-  m_platform.runEntryPoint("Form_QueryUnload", [this] { m_form.Form_QueryUnload(); });
+  m_platform.runEntryPoint("Form_QueryUnload", [this] { m_form.RequestClose(); });
 }
 
 void MainWindowView::keyPressEvent(QKeyEvent* event) {

@@ -50,10 +50,7 @@ void Program::ExitProgram() {
   // procedure again, inside this call. That inner run finds the window already
   // closing and goes straight on to the end, so this call never continues.
   ignoringFailures([&] {
-    if (m_main && !m_main->closing) {
-      m_main->closing = true;
-      m_main->Form_QueryUnload();
-    }
+    if (m_main) m_main->RequestClose();
   });
   ignoringFailures([&] { m_platform.endProcess(); });
   throw ProcessEnded{};

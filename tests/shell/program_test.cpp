@@ -124,9 +124,18 @@ TEST_F(ProgramTest, CloseBoxEndsLikeTheExitButton) {
   program.AdvancedSettings();
   platform.clearLog();
   frmKorvane& frm = program.MainWindow();
-  frm.closing = true;  // the toolkit's close request is under way
-  EXPECT_THROW(frm.Form_QueryUnload(), ProcessEnded);
+  EXPECT_THROW(frm.RequestClose(), ProcessEnded);
   EXPECT_EQ(platform.events, (std::vector<std::string>{"UNLOAD frmAdvancedSettings", "EXIT"}));
+  EXPECT_TRUE(frm.closing);
+}
+
+TEST_F(ProgramTest, CloseRequestDuringAClosingRaisesNothing) {
+  program.Main();
+  platform.clearLog();
+  frmKorvane& frm = program.MainWindow();
+  frm.closing = true;
+  frm.RequestClose();
+  EXPECT_TRUE(platform.events.empty());
 }
 
 TEST_F(ProgramTest, CloseRequestWithoutTheClosingMarkStillEndsOnce) {
