@@ -1,0 +1,75 @@
+# Runs one scenario (see CMakeLists.txt): cmake -DDRIVER=... -DSCENARIOS=...
+# -DNAME=... -DWORK=... -P run_scenario.cmake
+
+file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK})
+file(COPY ${SCENARIOS}/fixtures/ DESTINATION ${WORK})
+
+execute_process(
+  COMMAND ${DRIVER} --store ${WORK}/store.ini ${SCENARIOS}/${NAME}.scn
+  WORKING_DIRECTORY ${WORK}
+  OUTPUT_VARIABLE transcript
+  ERROR_VARIABLE errors
+  RESULT_VARIABLE status)
+
+# The paths that differ from one checkout to the next.
+get_filename_component(bin ${DRIVER} DIRECTORY)
+file(REAL_PATH ${WORK} real_work)
+file(REAL_PATH ${bin} real_bin)
+foreach(text transcript errors)
+  foreach(pair "${real_work};<work>" "${WORK};<work>" "${real_bin};<bin>" "${bin};<bin>")
+    list(GET pair 0 from)
+    list(GET pair 1 to)
+    string(REPLACE "${from}" "${to}" ${text} "${${text}}")
+  endforeach()
+endforeach()
+file(WRITE ${WORK}/transcript.actual "${transcript}")
+
+set(failures "")
+set(expected "")
+if(EXISTS ${SCENARIOS}/${NAME}.expected)
+  file(READ ${SCENARIOS}/${NAME}.expected expected)
+endif()
+if(NOT transcript STREQUAL expected)
+  find_program(DIFF diff)
+  if(DIFF)
+    execute_process(COMMAND ${DIFF} -u ${SCENARIOS}/${NAME}.expected ${WORK}/transcript.actual
+                    OUTPUT_VARIABLE difference)
+  else()
+    set(difference "${transcript}")
+  endif()
+  string(APPEND failures "the transcript differs from ${NAME}.expected:\n${difference}\n")
+endif()
+
+if(EXISTS ${SCENARIOS}/${NAME}.stderr)
+  file(READ ${SCENARIOS}/${NAME}.stderr expected_errors)
+  set(expected_status 2)
+else()
+  set(expected_errors "")
+  set(expected_status 0)
+endif()
+if(NOT status STREQUAL expected_status)
+  string(APPEND failures "exit status ${status}, expected ${expected_status}\n")
+endif()
+if(NOT errors STREQUAL expected_errors)
+  string(APPEND failures "standard error:\n${errors}expected:\n${expected_errors}\n")
+endif()
+
+if(IS_DIRECTORY ${SCENARIOS}/${NAME}.output)
+  file(GLOB_RECURSE outputs RELATIVE ${SCENARIOS}/${NAME}.output ${SCENARIOS}/${NAME}.output/*)
+  foreach(output ${outputs})
+    if(NOT EXISTS ${WORK}/${output})
+      string(APPEND failures "${output} was not saved\n")
+      continue()
+    endif()
+    execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${SCENARIOS}/${NAME}.output/${output} ${WORK}/${output}
+                    RESULT_VARIABLE different)
+    if(different)
+      string(APPEND failures "${output} differs from ${NAME}.output/${output} (kept in ${WORK})\n")
+    endif()
+  endforeach()
+endif()
+
+if(failures)
+  message(FATAL_ERROR "scenario ${NAME}:\n${failures}")
+endif()
