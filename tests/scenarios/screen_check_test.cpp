@@ -84,7 +84,8 @@ TEST_F(ScreenCheck, AFieldWithADisplayFormatShowsItsTextFormattedWithoutTheFocus
   auto* field = qobject_cast<QLineEdit*>(platform.controlWidget(settings, "mskAutoLOD0"));
   ASSERT_NE(field, nullptr);
   const std::vector<Property> printed = printedProperties(settings.mskAutoLOD0);
-  EXPECT_TRUE(compareWithScreen(settings.mskAutoLOD0, *field, printed).empty()) << field->text().toStdString();
+  EXPECT_TRUE(compareWithScreen(settings.mskAutoLOD0, *field, printed).empty())
+      << field->text().toStdString();
   {
     const QSignalBlocker blocker(field);
     field->setText("0.25");

@@ -29,18 +29,16 @@ TEST_P(EscapesRoundTrip, ScriptTextMeansTheTextAndTheTranscriptWritesItBack) {
   EXPECT_EQ(escapeText(c.text), c.script);
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, EscapesRoundTrip,
-                         ::testing::Values(EscapeCase{"PlainTextStays", "C:/Objects/barrel 2.kob",
-                                                      "C:/Objects/barrel 2.kob"},
-                                           EscapeCase{"LineFeed", "a\\nb", "a\nb"},
-                                           EscapeCase{"CarriageReturn", "a\\r", "a\r"},
-                                           EscapeCase{"Tab", "\\tx", "\tx"},
-                                           EscapeCase{"Backslash", "Software\\\\Korvane", "Software\\Korvane"},
-                                           EscapeCase{"BackslashBeforeN", "\\\\n", "\\n"},
-                                           EscapeCase{"TwoLineFeedsThenNumber", "GetRegStr \\n\\n 5 - x",
-                                                      "GetRegStr \n\n 5 - x"},
-                                           EscapeCase{"Empty", "", ""}),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Table, EscapesRoundTrip,
+    ::testing::Values(EscapeCase{"PlainTextStays", "C:/Objects/barrel 2.kob", "C:/Objects/barrel 2.kob"},
+                      EscapeCase{"LineFeed", "a\\nb", "a\nb"}, EscapeCase{"CarriageReturn", "a\\r", "a\r"},
+                      EscapeCase{"Tab", "\\tx", "\tx"},
+                      EscapeCase{"Backslash", "Software\\\\Korvane", "Software\\Korvane"},
+                      EscapeCase{"BackslashBeforeN", "\\\\n", "\\n"},
+                      EscapeCase{"TwoLineFeedsThenNumber", "GetRegStr \\n\\n 5 - x", "GetRegStr \n\n 5 - x"},
+                      EscapeCase{"Empty", "", ""}),
+    [](const auto& info) { return std::string(info.param.name); });
 
 TEST(Escapes, BlankEscapeReadsAsABlankAndIsWrittenAsOne) {
   EXPECT_EQ(unescapeText("\\sa b\\s"), " a b ");
@@ -131,20 +129,19 @@ TEST_P(BadLineIsRefused, WithItsLineNumberAndWhatIsWrong) {
 
 INSTANTIATE_TEST_SUITE_P(
     Table, BadLineIsRefused,
-    ::testing::Values(BadLineCase{"UnknownCommand", "press btnExit", "unknown command \"press\""},
-                      BadLineCase{"CommandIsCaseSensitive", "Click btnExit", "unknown command \"Click\""},
-                      BadLineCase{"ClickWithoutName", "click", "click needs a control name"},
-                      BadLineCase{"ClickWithText", "click btnExit now", "click takes nothing after the name"},
-                      BadLineCase{"StartWithText", "start now", "start takes nothing after it"},
-                      BadLineCase{"AnswerWithoutPath", "answer", "answer needs a text"},
-                      BadLineCase{"CwdWithoutDirectory", "cwd  ", "cwd needs a text"},
-                      BadLineCase{"ScrollWithoutNumber", "scroll vscrlColorKey0", "scroll needs a whole number, not \"\""},
-                      BadLineCase{"ScrollWithWord", "scroll vscrlColorKey0 top",
-                                  "scroll needs a whole number, not \"top\""},
-                      BadLineCase{"SlideWithFraction", "slide sldColorKey0 1.5",
-                                  "slide needs a whole number, not \"1.5\""},
-                      BadLineCase{"BadEscape", "type txtTextureMap C:\\tex\\wood.tga",
-                                  "unknown escape \\w"}),
+    ::testing::Values(
+        BadLineCase{"UnknownCommand", "press btnExit", "unknown command \"press\""},
+        BadLineCase{"CommandIsCaseSensitive", "Click btnExit", "unknown command \"Click\""},
+        BadLineCase{"ClickWithoutName", "click", "click needs a control name"},
+        BadLineCase{"ClickWithText", "click btnExit now", "click takes nothing after the name"},
+        BadLineCase{"StartWithText", "start now", "start takes nothing after it"},
+        BadLineCase{"AnswerWithoutPath", "answer", "answer needs a text"},
+        BadLineCase{"CwdWithoutDirectory", "cwd  ", "cwd needs a text"},
+        BadLineCase{"ScrollWithoutNumber", "scroll vscrlColorKey0", "scroll needs a whole number, not \"\""},
+        BadLineCase{"ScrollWithWord", "scroll vscrlColorKey0 top",
+                    "scroll needs a whole number, not \"top\""},
+        BadLineCase{"SlideWithFraction", "slide sldColorKey0 1.5", "slide needs a whole number, not \"1.5\""},
+        BadLineCase{"BadEscape", "type txtTextureMap C:\\tex\\wood.tga", "unknown escape \\w"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(ScriptReader, CountsEveryLineAndStopsAtTheEnd) {
