@@ -2,10 +2,11 @@
 // Carries out a scenario script against the program on the real Qt windows.
 //
 // One command runs per turn of the event loop: a zero timer starts it, and
-// the next one is queued when it returns. A modal window runs its own event
-// loop inside the command that opened it, and the queued commands go on
-// running inside that loop: so the script acts in the settings window while
-// it is modal, and the command that opened it returns only once it has gone.
+// the next one is queued when it returns, or as soon as a modal window comes
+// up inside it. That window runs its own event loop inside the command that
+// opened it, and the queued commands go on running inside that loop: so the
+// script acts in the settings window while it is modal, and the command that
+// opened it returns only once the window has gone.
 // Message boxes and file dialogs are answered inside the command that raised
 // them and never hold the script up.
 
