@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "runtime/failure.h"
+#include "support/failures.h"
 #include "support/temp_files.h"
 
 namespace korvane {
@@ -21,12 +22,7 @@ Lines readAll(const std::string& path) {
 }
 
 int failureNumberOf(const std::string& path) {
-  try {
-    readAll(path);
-  } catch (const RuntimeFailure& failure) {
-    return failure.number();
-  }
-  return 0;
+  return testing::failureNumberOf([&] { readAll(path); });
 }
 
 struct ReadCase {

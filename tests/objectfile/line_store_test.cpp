@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "runtime/failure.h"
+#include "support/failures.h"
 
 namespace korvane {
 namespace {
@@ -17,14 +18,7 @@ std::vector<std::string> linesOf(const LineStore& store) {
   return lines;
 }
 
-int failureNumberOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const RuntimeFailure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
+using testing::failureNumberOf;
 
 TEST(LineStore, AppendsInsertsAndRemovesInOrder) {
   LineStore store;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "runtime/failure.h"
+#include "support/failures.h"
 #include "support/temp_files.h"
 
 namespace korvane {
@@ -22,14 +23,7 @@ void writeAll(const std::string& path, const std::vector<std::string>& lines) {
   writer.close();
 }
 
-int failureNumberOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const RuntimeFailure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
+using testing::failureNumberOf;
 
 TEST(LineWriting, EveryLineEndsInCrLfAndBytesPassUnchanged) {
   TempDir dir;

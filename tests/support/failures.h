@@ -1,0 +1,19 @@
+#pragma once
+// The number of the run-time failure an action throws, 0 when it throws none.
+
+#include <functional>
+
+#include "runtime/failure.h"
+
+namespace korvane::testing {
+
+inline int failureNumberOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const RuntimeFailure& failure) {
+    return failure.number();
+  }
+  return 0;
+}
+
+}  // namespace korvane::testing
