@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "advanced/autolod.h"
-#include "headless_platform.h"
 #include "mainwindow/color_key_editor.h"
 #include "mainwindow/source_loading.h"
 #include "objectfile/file_transfer.h"
@@ -13,6 +12,7 @@
 #include "objectfile/source_validation.h"
 #include "rewrite/lod_merge.h"
 #include "rewrite/material_lines.h"
+#include "runtime/headless_platform.h"
 #include "shell/program.h"
 
 namespace korvane::bench {

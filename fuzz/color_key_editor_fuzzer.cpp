@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "fuzz_support.h"
-#include "headless_platform.h"
 #include "mainwindow/color_key_editor.h"
 #include "mainwindow/main_window.h"
 #include "runtime/failure.h"
+#include "runtime/headless_platform.h"
 #include "shell/program.h"
 
 using namespace korvane;

@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "fuzz_support.h"
-#include "headless_platform.h"
 #include "mainwindow/main_window.h"
 #include "objectfile/file_transfer.h"
 #include "objectfile/line_reader.h"
+#include "runtime/headless_platform.h"
 #include "shell/program.h"
 
 using namespace korvane;

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "fuzz_support.h"
-#include "headless_platform.h"
 #include "objectfile/profile_lookup.h"
+#include "runtime/headless_platform.h"
 
 using namespace korvane;
 using namespace korvane::fuzzing;

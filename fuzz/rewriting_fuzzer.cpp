@@ -14,10 +14,10 @@
 
 #include "advanced/advanced_settings_window.h"
 #include "fuzz_support.h"
-#include "headless_platform.h"
 #include "mainwindow/main_window.h"
 #include "rewrite/lod_merge.h"
 #include "rewrite/material_lines.h"
+#include "runtime/headless_platform.h"
 #include "shell/program.h"
 
 using namespace korvane;

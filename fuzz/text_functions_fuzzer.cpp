@@ -19,8 +19,8 @@
 
 #include "advanced/autolod.h"
 #include "fuzz_support.h"
-#include "headless_platform.h"
 #include "runtime/failure.h"
+#include "runtime/headless_platform.h"
 #include "text/delimited_text.h"
 #include "text/number_conversion.h"
 

@@ -1,10 +1,10 @@
-#include "headless_platform.h"
+#include "runtime/headless_platform.h"
 
 #include <filesystem>
 
 #include "controls/form.h"
 
-namespace korvane::bench {
+namespace korvane {
 
 void HeadlessPlatform::messageBox(const std::string& prompt, const std::string&) {
   messages.push_back(prompt);
@@ -35,9 +35,17 @@ std::string HeadlessPlatform::currentDirectory() {
   return std::filesystem::current_path().string();
 }
 
+void HeadlessPlatform::showWindow(Form& window) {
+  window.SetVisible(true);
+}
+
+void HeadlessPlatform::hideWindow(Form& window) {
+  window.SetVisible(false);
+}
+
 // The settings window is left at once, as if its OK button had been clicked.
 void HeadlessPlatform::showModal(Form& window, Form&) {
   window.SetVisible(false);
 }
 
-}  // namespace korvane::bench
+}  // namespace korvane

@@ -1,7 +1,10 @@
 #pragma once
-// A platform with no desktop behind it, for the fuzz targets: message boxes
-// are recorded, dialogs are cancelled, modal windows are left at once.
+// A platform with no screen, for the benchmark, the fuzz targets and
+// korvane-cli: file dialogs answered from a queue (none queued cancels),
+// message boxes collected instead of shown, the per-user store in memory
+// only, a modal window left at once.
 
+#include <deque>
 #include <map>
 #include <optional>
 #include <string>
@@ -10,22 +13,25 @@
 
 #include "runtime/platform.h"
 
-namespace korvane::fuzzing {
+namespace korvane {
 
 class HeadlessPlatform : public Platform {
  public:
+  std::deque<std::string> dialogAnswers;  // an empty answer cancels
   std::vector<std::string> messages;
+
+  void answer(std::string path) { dialogAnswers.push_back(std::move(path)); }
 
   void messageBox(const std::string& prompt, const std::string& title) override;
   std::optional<std::string> fileDialog(const FileDialogRequest& request) override;
   std::optional<std::string> readUserValue(const std::string& keyPath, const std::string& valueName) override;
   bool writeUserValue(const std::string& keyPath, const std::string& valueName,
                       const std::string& data) override;
-  bool openDocument(const std::string& path) override;
+  bool openDocument(const std::string&) override { return false; }
   TwipsSize screenSize() override { return {1920 * 15.0, 1080 * 15.0}; }
   TwipsSize windowFrameSize(const Form&) override { return {90, 405}; }
-  std::string currentDirectory() override { return "/tmp"; }
-  std::string programDirectory() override { return "/tmp"; }
+  std::string currentDirectory() override;
+  std::string programDirectory() override { return currentDirectory(); }
   void showWindow(Form& window) override;
   void showModal(Form& window, Form& owner) override;
   void hideWindow(Form& window) override;
@@ -37,4 +43,4 @@ class HeadlessPlatform : public Platform {
   std::map<std::pair<std::string, std::string>, std::string> m_store;
 };
 
-}  // namespace korvane::fuzzing
+}  // namespace korvane
