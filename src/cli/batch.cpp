@@ -1,0 +1,152 @@
+#include "cli/batch.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <vector>
+
+#include "cli/cli_platform.h"
+#include "cli/merge_job.h"
+
+namespace korvane::cli {
+
+namespace {
+
+struct Row {
+  int line = 0;
+  std::vector<std::string> cells;
+};
+
+std::vector<std::string> splitTabs(const std::string& text) {
+  std::vector<std::string> cells(1);
+  for (char c : text) {
+    if (c == '\t') {
+      cells.emplace_back();
+    } else {
+      cells.back() += c;
+    }
+  }
+  return cells;
+}
+
+// The row as a job, or the reason it is none.
+std::string makeJob(const Row& row, const std::filesystem::path& folder, MergeJob& job) {
+  if (row.cells.size() > 6) return "more than six columns";
+  std::vector<std::string> cells = row.cells;
+  cells.resize(6);
+  auto place = [&](const std::string& cell) {
+    return cell.empty() || std::filesystem::path(cell).is_absolute() ? cell : (folder / cell).string();
+  };
+  if (cells[0].empty() || cells[2].empty()) return "a row needs a LOD 0 source and an output";
+  if (cells[2] == "-") return "a batch writes files, not standard output";
+  job.lod0 = place(cells[0]);
+  job.lod1 = place(cells[1]);
+  job.output = place(cells[2]);
+  if (!cells[3].empty()) job.texture = cells[3];
+  if (cells[4] == "off") {
+    job.colorKey = MergeJob::ColorKey::Off;
+  } else if (!cells[4].empty()) {
+    Parsed parsed = parseColorKey(cells[4], job.rgb);
+    if (!parsed.ok) return parsed.error;
+    job.colorKey = MergeJob::ColorKey::On;
+  }
+  if (!cells[5].empty()) {
+    Parsed parsed = parseAutoLOD(cells[5], job.autoLOD);
+    if (!parsed.ok) return parsed.error;
+  }
+  return {};
+}
+
+class Progress {
+ public:
+  Progress(std::string jobsPath, int total)
+      : m_jobsPath(std::move(jobsPath)), m_total(total), m_bar(isatty(fileno(stdout))) {}
+
+  // Clears the bar so that a line can be written where it stood.
+  void stepAside() {
+    if (m_bar && m_drawn) std::fputs("\r\033[K", stdout), std::fflush(stdout);
+    m_drawn = false;
+  }
+
+  void done(const Row& row, const std::string& output, bool merged) {
+    ++m_done;
+    m_failed += merged ? 0 : 1;
+    if (!m_bar || !merged) {
+      stepAside();
+      std::printf("%s:%d: %s %s\n", m_jobsPath.c_str(), row.line, merged ? "merged" : "failed",
+                  output.c_str());
+      std::fflush(stdout);
+    }
+    if (m_bar) draw();
+  }
+
+  void finish() {
+    stepAside();
+    std::printf("%d merged, %d failed\n", m_done - m_failed, m_failed);
+    std::fflush(stdout);
+  }
+
+  int failed() const { return m_failed; }
+
+ private:
+  void draw() {
+    constexpr int kWidth = 30;
+    int filled = m_total ? m_done * kWidth / m_total : kWidth;
+    std::printf("\r[%s%s] %d/%d", std::string(filled, '#').c_str(), std::string(kWidth - filled, ' ').c_str(),
+                m_done, m_total);
+    if (m_failed) std::printf(", %d failed", m_failed);
+    std::fflush(stdout);
+    m_drawn = true;
+  }
+
+  std::string m_jobsPath;
+  int m_total;
+  bool m_bar;
+  bool m_drawn = false;
+  int m_done = 0;
+  int m_failed = 0;
+};
+
+}  // namespace
+
+int runBatch(const std::string& jobsPath) {
+  std::ifstream in(jobsPath, std::ios::binary);
+  if (!in.is_open() || std::filesystem::is_directory(jobsPath)) {
+    std::fprintf(stderr, "korvane-cli: %s: cannot read the jobs file\n", jobsPath.c_str());
+    return 2;
+  }
+  std::vector<Row> rows;
+  std::string text;
+  for (int line = 1; std::getline(in, text); ++line) {
+    if (!text.empty() && text.back() == '\r') text.pop_back();
+    if (text.find_first_not_of(" \t") == std::string::npos || text[0] == '#') continue;
+    rows.push_back({line, splitTabs(text)});
+  }
+  std::filesystem::path folder = std::filesystem::path(jobsPath).parent_path();
+
+  Progress progress(jobsPath, static_cast<int>(rows.size()));
+  CliPlatform platform;
+  platform.beforeMessage = [&] { progress.stepAside(); };
+  for (const Row& row : rows) {
+    MergeJob job;
+    std::string error = makeJob(row, folder, job);
+    bool merged = false;
+    if (error.empty()) {
+      platform.messages.clear();
+      MergeOutcome outcome = runMerge(platform, job);
+      merged = outcome.merged;
+      error = outcome.error;
+    }
+    if (!error.empty()) {
+      progress.stepAside();
+      std::fprintf(stderr, "korvane-cli: %s:%d: %s\n", jobsPath.c_str(), row.line, error.c_str());
+    }
+    progress.done(row, job.output.empty() ? "(no output)" : job.output, merged);
+  }
+  progress.finish();
+  return progress.failed() ? 1 : 0;
+}
+
+}  // namespace korvane::cli

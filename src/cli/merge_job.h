@@ -1,0 +1,42 @@
+#pragma once
+// One merge, driven through the main window's own handlers as an author
+// would: open the LOD 0 source, tick "add LOD 1" for the LOD 1 source, edit
+// the texture map name, the ColorKey and the AutoLOD values, and Save As.
+
+#include <array>
+#include <optional>
+#include <string>
+
+namespace korvane::cli {
+
+class CliPlatform;
+
+struct MergeJob {
+  std::string lod0;
+  std::string lod1;    // empty: no LOD 1 source
+  std::string output;  // "-": standard output
+  std::optional<std::string> texture;
+  enum class ColorKey { AsSource, Off, On } colorKey = ColorKey::AsSource;
+  std::array<std::string, 3> rgb;                     // for On: plain decimal, 0 to 255
+  std::array<std::optional<std::string>, 2> autoLOD;  // each as typed; none: as the source says
+};
+
+// "R,G,B", each a whole number from 0 to 255: the three channels in plain
+// decimal. Otherwise the reason why not.
+struct Parsed {
+  bool ok = false;
+  std::string error;
+};
+Parsed parseColorKey(const std::string& text, std::array<std::string, 3>& rgb);
+// "A0,A1", either may be empty; each at most as long as the field lets the author type.
+Parsed parseAutoLOD(const std::string& text, std::array<std::optional<std::string>, 2>& values);
+
+// Runs the job on a fresh window. Messages go through the platform. Whether
+// the file was written; if not, why (empty when a message box said it).
+struct MergeOutcome {
+  bool merged = false;
+  std::string error;
+};
+MergeOutcome runMerge(CliPlatform& platform, const MergeJob& job);
+
+}  // namespace korvane::cli
