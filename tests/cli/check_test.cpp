@@ -43,7 +43,7 @@ TEST(Check, OneWarningPerKindAtItsLine) {
        kob(m + "|[LOD Information]|NumberOfLOD =1|[LOD 0]|NumberOfSurfaces=1"), 4,
        "says one LOD while holding two"},
       {"NumberOfLOD in an earlier section", kob("[Old]|NumberOfLOD=1|" + m + kTail), 2,
-       "\"not line 6 that the window reads"},
+       "not line 6 that the window reads"},
       {"blank before AutoLOD's =", kob(m + "|[LOD Information]|NumberOfLOD=2|AutoLOD#0 =1|AutoLOD#1=0"), 5,
        "a new AutoLOD#0 line is added"},
       {"marker in other capitals", kob(m + "|[LOD Information]|NumberOfLOD=1|[lod 0]|NumberOfSurfaces=1"), 5,
