@@ -1,12 +1,20 @@
 #include "scenario/author_actions.h"
 
+#include <QAbstractButton>
 #include <QAbstractSlider>
 #include <QApplication>
 #include <QCheckBox>
+#include <QLineEdit>
+#include <QPointer>
+#include <QScrollBar>
+#include <QSlider>
 #include <QStyle>
 #include <QStyleOptionButton>
+#include <QStyleOptionSlider>
 #include <QTest>
 #include <QWidget>
+#include <algorithm>
+#include <cctype>
 
 namespace korvane::scenario {
 
@@ -52,6 +60,64 @@ void typeCharacter(QWidget& fallback, char32_t character) {
   QTest::sendKeyEvent(QTest::Click, &target, Qt::Key_unknown, text, Qt::NoModifier);
 }
 
+Qt::Key qtKey(Key key) {
+  switch (key) {
+    case Key::Home:
+      return Qt::Key_Home;
+    case Key::End:
+      return Qt::Key_End;
+    case Key::Left:
+      return Qt::Key_Left;
+    case Key::Right:
+      return Qt::Key_Right;
+    case Key::Backspace:
+      return Qt::Key_Backspace;
+    case Key::Delete:
+      return Qt::Key_Delete;
+    case Key::Up:
+      return Qt::Key_Up;
+    case Key::Down:
+      return Qt::Key_Down;
+    case Key::PgUp:
+      return Qt::Key_PageUp;
+    case Key::PgDn:
+      return Qt::Key_PageDown;
+    case Key::Text:
+      break;
+  }
+  return Qt::Key_unknown;
+}
+
+// The style option the widget paints itself with; initStyleOption is
+// protected, and reached through a pointer to the inherited member.
+template <class W>
+QStyleOptionSlider styleOption(const W& widget) {
+  struct Access : W {
+    static void init(const W& w, QStyleOptionSlider* option) { (w.*&Access::initStyleOption)(option); }
+  };
+  QStyleOptionSlider option;
+  Access::init(widget, &option);
+  return option;
+}
+
+QRect subControl(const QAbstractSlider& bar, QStyle::ComplexControl control, QStyle::SubControl part,
+                 const QStyleOptionSlider& option) {
+  return bar.style()->subControlRect(control, &option, part, &bar);
+}
+
+// The middle of the track between the thumb and the end of the slider's groove.
+QRect sliderTrack(const QSlider& slider, bool before) {
+  const QStyleOptionSlider option = styleOption(slider);
+  const QRect groove = subControl(slider, QStyle::CC_Slider, QStyle::SC_SliderGroove, option);
+  const QRect handle = subControl(slider, QStyle::CC_Slider, QStyle::SC_SliderHandle, option);
+  if (slider.orientation() == Qt::Horizontal) {
+    return before ? QRect(QPoint(groove.left(), groove.top()), QPoint(handle.left() - 1, groove.bottom()))
+                  : QRect(QPoint(handle.right() + 1, groove.top()), groove.bottomRight());
+  }
+  return before ? QRect(QPoint(groove.left(), groove.top()), QPoint(groove.right(), handle.top() - 1))
+                : QRect(QPoint(groove.left(), handle.bottom() + 1), groove.bottomRight());
+}
+
 }  // namespace
 
 bool activate(QWidget& window) {
@@ -87,9 +153,65 @@ void drag(QAbstractSlider& bar, int position) {
   bar.setSliderDown(false);
 }
 
-void pressKey(QWidget& window, int key) {
+void pressKeysIn(QWidget& field, const std::vector<KeyStroke>& keys) {
+  if (!field.hasFocus()) {
+    field.setFocus(Qt::OtherFocusReason);
+    if (auto* edit = qobject_cast<QLineEdit*>(&field)) edit->end(false);
+  }
+  for (const KeyStroke& stroke : keys) {
+    if (stroke.key != Key::Text) {
+      QTest::keyClick(&keyTarget(field), qtKey(stroke.key));
+      continue;
+    }
+    for (char32_t character : QString::fromStdString(stroke.text).toUcs4()) typeCharacter(field, character);
+  }
+}
+
+bool pressKeysOn(QAbstractSlider& bar, const std::vector<KeyStroke>& keys) {
+  if (bar.focusPolicy() == Qt::NoFocus) return false;
+  bar.setFocus(Qt::OtherFocusReason);
+  for (const KeyStroke& stroke : keys) QTest::keyClick(&keyTarget(bar), qtKey(stroke.key));
+  return true;
+}
+
+void clickArrow(QScrollBar& bar, bool towardsStart) {
+  const QRect arrow =
+      subControl(bar, QStyle::CC_ScrollBar,
+                 towardsStart ? QStyle::SC_ScrollBarSubLine : QStyle::SC_ScrollBarAddLine, styleOption(bar));
+  QTest::mouseClick(&bar, Qt::LeftButton, {}, arrow.center());
+}
+
+bool clickTrack(QAbstractSlider& bar, bool before) {
+  QRect track;
+  if (auto* scrollBar = qobject_cast<QScrollBar*>(&bar)) {
+    track = subControl(bar, QStyle::CC_ScrollBar,
+                       before ? QStyle::SC_ScrollBarSubPage : QStyle::SC_ScrollBarAddPage,
+                       styleOption(*scrollBar));
+  } else if (auto* slider = qobject_cast<QSlider*>(&bar)) {
+    track = sliderTrack(*slider, before);
+  }
+  if (track.isEmpty()) return false;
+  QTest::mouseClick(&bar, Qt::LeftButton, {}, track.center());
+  return true;
+}
+
+void pressAccessKey(QWidget& window, char letter) {
+  const QPointer<QWidget> guard(&window);
+  // Qt's key codes of letters and digits are their upper-case characters.
+  pressKey(window, std::toupper(static_cast<unsigned char>(letter)), Qt::AltModifier);
+  QTest::qWaitFor(
+      [&guard] {
+        if (guard.isNull()) return true;
+        const QList<QAbstractButton*> buttons = guard->findChildren<QAbstractButton*>();
+        return std::none_of(buttons.begin(), buttons.end(),
+                            [](const QAbstractButton* b) { return b->isDown(); });
+      },
+      kActivationTimeoutMs);
+}
+
+void pressKey(QWidget& window, int key, Qt::KeyboardModifiers modifiers) {
   QWidget* focus = window.focusWidget();
-  QTest::keyClick(focus != nullptr ? focus : &window, static_cast<Qt::Key>(key));
+  QTest::keyClick(focus != nullptr ? focus : &window, static_cast<Qt::Key>(key), modifiers);
 }
 
 }  // namespace korvane::scenario

@@ -4,8 +4,12 @@
 // being left runs its LostFocus before the click or key that left it.
 
 #include <QString>
+#include <vector>
+
+#include "scenario/script.h"
 
 class QAbstractSlider;
+class QScrollBar;
 class QWidget;
 
 namespace korvane::scenario {
@@ -30,7 +34,29 @@ void leaveField(QWidget& field);
 // The thumb pressed, dragged to the position and let go.
 void drag(QAbstractSlider& bar, int position);
 
+// The focus goes to the field with nothing selected and the caret at the
+// end, unless it has the focus already: then caret and selection stay. The
+// keys go one by one to whatever has the focus.
+void pressKeysIn(QWidget& field, const std::vector<KeyStroke>& keys);
+
+// The focus goes to the slider or bar, then the keys are pressed on it.
+// False if it never takes the focus: the keys would reach nothing.
+bool pressKeysOn(QAbstractSlider& bar, const std::vector<KeyStroke>& keys);
+
+// A click on an arrow of the bar: the one towards its start (up, or left)
+// or towards its end. The place comes from the bar's style.
+void clickArrow(QScrollBar& bar, bool towardsStart);
+
+// A click in the track before or after the thumb. False when the thumb
+// leaves no track on that side to click.
+bool clickTrack(QAbstractSlider& bar, bool before);
+
+// Alt and the letter in the window. The button of that access key clicks
+// itself a moment later, after showing itself pressed: this returns when it
+// has (a window that the click opens has come and gone by then).
+void pressAccessKey(QWidget& window, char letter);
+
 // A key pressed in the window, where the window's focus lies.
-void pressKey(QWidget& window, int key);
+void pressKey(QWidget& window, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
 }  // namespace korvane::scenario

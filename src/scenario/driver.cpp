@@ -48,6 +48,19 @@ const ControlDefinition* settingsDefinition(const std::string& name) {
   }
 }
 
+// The control with the focus, by its name; a window itself is no control.
+std::string focusName() {
+  const QWidget* focus = QApplication::focusWidget();
+  if (focus == nullptr || focus->isWindow() || focus->objectName().isEmpty()) return "<none>";
+  return focus->objectName().toStdString();
+}
+
+std::string activeWindowName() {
+  const QWidget* window = QApplication::activeWindow();
+  if (window == nullptr || window->objectName().isEmpty()) return "<none>";
+  return window->objectName().toStdString();
+}
+
 }  // namespace
 
 Driver::Driver(ScriptReader& script, Transcript& transcript, ScenarioPlatform& platform, Program& program)
@@ -85,6 +98,9 @@ void Driver::step() {
     if (m_started && comesBeforeStart(command->verb)) {
       return fail(m_lineNumber, verbWord(*command) + " after start");
     }
+    // The window system's part: the modal window is the active one while
+    // there is one, and the main window again once it has gone.
+    if (m_started && !m_platform.ended()) activate(activeWindow());
     execute(*command);
     if (m_finished) return;
     if (m_platform.ended()) {
@@ -153,6 +169,27 @@ void Driver::execute(const Command& command) {
     case Verb::Scroll:
     case Verb::Slide:
       dragTo(command);
+      break;
+    case Verb::Keys:
+      keys(command);
+      break;
+    case Verb::Key:
+      keysOnBar(command);
+      break;
+    case Verb::Arrow:
+      arrow(command);
+      break;
+    case Verb::Track:
+      track(command);
+      break;
+    case Verb::Alt:
+      pressAccessKey(activeWindow(), command.text[0]);
+      break;
+    case Verb::Tab:
+      pressKey(Qt::Key_Tab);
+      break;
+    case Verb::Backtab:
+      pressKey(Qt::Key_Backtab, Qt::ShiftModifier);
       break;
     case Verb::Enter:
       pressKey(Qt::Key_Return);
@@ -229,12 +266,56 @@ void Driver::dragTo(const Command& command) {
   drag(*slider, clampToInt(command.number));
 }
 
-void Driver::pressKey(int key) {
-  // The active window: the modal one while there is one, else the main window.
-  QWidget* window = QApplication::activeModalWidget();
-  if (window == nullptr) window = &m_platform.windowWidget(m_program.MainWindow());
-  activate(*window);
-  scenario::pressKey(*window, key);
+void Driver::keys(const Command& command) {
+  Target target = resolveAs(command, {ControlKind::TextBox, ControlKind::MaskedEdit}, "a text box or field");
+  if (!acceptsInput(command, target)) return;
+  QWidget& widget = widgetOf(*target.record);
+  activate(*widget.window());
+  pressKeysIn(widget, command.keys);
+}
+
+void Driver::keysOnBar(const Command& command) {
+  Target target =
+      resolveAs(command, {ControlKind::VScrollBar, ControlKind::Slider}, "a slider or scroll bar");
+  if (!acceptsInput(command, target)) return;
+  auto* bar = qobject_cast<QAbstractSlider*>(&widgetOf(*target.record));
+  if (bar == nullptr) return;
+  activate(*bar->window());
+  if (!pressKeysOn(*bar, command.keys)) m_transcript.write("IGNORED " + command.line);
+}
+
+void Driver::arrow(const Command& command) {
+  Target target = resolveAs(command, {ControlKind::VScrollBar}, "a scroll bar");
+  if (command.text == "left" || command.text == "right") {
+    throw ScriptError(command.lineNumber,
+                      command.name + " is vertical: it has no " + command.text + " arrow");
+  }
+  if (!acceptsInput(command, target)) return;
+  auto* bar = qobject_cast<QScrollBar*>(&widgetOf(*target.record));
+  if (bar == nullptr) return;
+  activate(*bar->window());
+  clickArrow(*bar, command.text == "up");
+}
+
+void Driver::track(const Command& command) {
+  Target target =
+      resolveAs(command, {ControlKind::VScrollBar, ControlKind::Slider}, "a slider or scroll bar");
+  if (!acceptsInput(command, target)) return;
+  auto* bar = qobject_cast<QAbstractSlider*>(&widgetOf(*target.record));
+  if (bar == nullptr) return;
+  activate(*bar->window());
+  if (!clickTrack(*bar, command.text == "before")) m_transcript.write("IGNORED " + command.line);
+}
+
+QWidget& Driver::activeWindow() {
+  if (QWidget* modal = QApplication::activeModalWidget()) return *modal;
+  return m_platform.windowWidget(m_program.MainWindow());
+}
+
+void Driver::pressKey(int key, Qt::KeyboardModifiers modifiers) {
+  QWidget& window = activeWindow();
+  activate(window);
+  scenario::pressKey(window, key, modifiers);
 }
 
 void Driver::closeMainWindow(const Command& command) {
@@ -265,6 +346,10 @@ void Driver::print(const Command& command) {
   if (name == "stored") {
     const std::optional<std::string> stored = m_platform.readUserValue(kStoreKeyPath, kStoreValueName);
     m_transcript.write(stored ? "stored=" + escapeText(*stored) : "stored=<none>");
+    return;
+  }
+  if (name == "focus" || name == "active") {
+    m_transcript.write(name + "=" + (name == "focus" ? focusName() : activeWindowName()));
     return;
   }
   if (name == kMainWindowName || name == kSettingsWindowName) {

@@ -10,6 +10,7 @@
 // Message boxes and file dialogs are answered inside the command that raised
 // them and never hold the script up.
 
+#include <Qt>
 #include <initializer_list>
 #include <string>
 #include <vector>
@@ -56,7 +57,14 @@ class Driver {
   void type(const Command& command);
   void leave(const Command& command);
   void dragTo(const Command& command);
-  void pressKey(int key);
+  void keys(const Command& command);
+  void keysOnBar(const Command& command);
+  void arrow(const Command& command);
+  void track(const Command& command);
+  // The modal window while there is one, else the main window.
+  QWidget& activeWindow();
+  // A key pressed in the active window, where its focus lies.
+  void pressKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
   void closeMainWindow(const Command& command);
   void closeSettingsWindow(const Command& command);
   void print(const Command& command);

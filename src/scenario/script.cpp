@@ -1,6 +1,7 @@
 #include "scenario/script.h"
 
 #include <array>
+#include <cctype>
 #include <charconv>
 
 #include "scenario/escapes.h"
@@ -9,13 +10,14 @@ namespace korvane::scenario {
 
 namespace {
 
-enum class Argument { None, Text, OptionalText, Number };
+enum class Argument { None, Text, OptionalText, Number, Keys, BarKeys, Choice, Letter };
 
 struct VerbForm {
   std::string_view word;
   Verb verb;
   bool takesName;
   Argument argument;
+  std::string_view choices = {};  // for Choice: the words, in the order of the error message
 };
 
 constexpr std::array kVerbs{
@@ -29,6 +31,13 @@ constexpr std::array kVerbs{
     VerbForm{"leave", Verb::Leave, true, Argument::None},
     VerbForm{"scroll", Verb::Scroll, true, Argument::Number},
     VerbForm{"slide", Verb::Slide, true, Argument::Number},
+    VerbForm{"keys", Verb::Keys, true, Argument::Keys},
+    VerbForm{"key", Verb::Key, true, Argument::BarKeys},
+    VerbForm{"arrow", Verb::Arrow, true, Argument::Choice, "up down left right"},
+    VerbForm{"track", Verb::Track, true, Argument::Choice, "before after"},
+    VerbForm{"alt", Verb::Alt, false, Argument::Letter},
+    VerbForm{"tab", Verb::Tab, false, Argument::None},
+    VerbForm{"backtab", Verb::Backtab, false, Argument::None},
     VerbForm{"enter", Verb::Enter, false, Argument::None},
     VerbForm{"escape", Verb::Escape, false, Argument::None},
     VerbForm{"close", Verb::Close, false, Argument::None},
@@ -53,6 +62,75 @@ std::string_view firstWord(std::string_view text, std::string_view& rest) {
   while (end < text.size() && !isBlank(text[end])) ++end;
   rest = trim(text.substr(end));
   return text.substr(0, end);
+}
+
+struct KeyName {
+  std::string_view name;
+  Key key;
+  bool onBars;  // one of the keys of a slider or scroll bar
+};
+
+constexpr std::array kKeyNames{
+    KeyName{"Home", Key::Home, true},
+    KeyName{"End", Key::End, true},
+    KeyName{"Left", Key::Left, true},
+    KeyName{"Right", Key::Right, true},
+    KeyName{"PgUp", Key::PgUp, true},
+    KeyName{"PgDn", Key::PgDn, true},
+    KeyName{"Backspace", Key::Backspace, false},
+    KeyName{"Delete", Key::Delete, false},
+    KeyName{"Up", Key::Up, false},
+    KeyName{"Down", Key::Down, false},
+};
+
+// KEYS, escapes already resolved: "{Home}" is a key, "{{" and "}}" braces,
+// the rest text. Throws std::invalid_argument with what is wrong.
+std::vector<KeyStroke> parseKeys(std::string_view text, bool barKeysOnly) {
+  std::vector<KeyStroke> keys;
+  auto typed = [&keys](char c) {
+    if (keys.empty() || keys.back().key != Key::Text) keys.push_back({});
+    keys.back().text += c;
+  };
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if ((c == '{' || c == '}') && i + 1 < text.size() && text[i + 1] == c) {
+      typed(c);
+      ++i;
+      continue;
+    }
+    if (c == '}') throw std::invalid_argument("a lone } (write }} for a brace)");
+    if (c != '{') {
+      typed(c);
+      continue;
+    }
+    const std::size_t close = text.find('}', i);
+    if (close == std::string_view::npos) throw std::invalid_argument("a { with no } (write {{ for a brace)");
+    const std::string_view name = text.substr(i + 1, close - i - 1);
+    const KeyName* found = nullptr;
+    for (const KeyName& candidate : kKeyNames) {
+      if (candidate.name == name) found = &candidate;
+    }
+    if (found == nullptr) throw std::invalid_argument("unknown key {" + std::string(name) + "}");
+    keys.push_back({found->key, {}});
+    i = close;
+  }
+  if (barKeysOnly) {
+    for (const KeyStroke& stroke : keys) {
+      bool allowed = false;
+      for (const KeyName& candidate : kKeyNames) allowed |= candidate.onBars && candidate.key == stroke.key;
+      if (!allowed) throw std::invalid_argument("key presses only {Left} {Right} {PgUp} {PgDn} {Home} {End}");
+    }
+  }
+  return keys;
+}
+
+bool isChoice(std::string_view choices, std::string_view word) {
+  std::string_view rest;
+  while (!choices.empty()) {
+    if (firstWord(choices, rest) == word) return true;
+    choices = rest;
+  }
+  return false;
 }
 
 }  // namespace
@@ -90,12 +168,28 @@ std::optional<Command> parseCommand(std::string_view rawLine, int lineNumber) {
       break;
     case Argument::Text:
     case Argument::OptionalText:
+    case Argument::Keys:
+    case Argument::BarKeys:
       try {
         command.text = unescapeText(rest);
+        if (form->argument == Argument::Keys || form->argument == Argument::BarKeys)
+          command.keys = parseKeys(command.text, form->argument == Argument::BarKeys);
       } catch (const std::invalid_argument& bad) {
         throw fail(bad.what());
       }
-      if (form->argument == Argument::Text && command.text.empty()) throw fail(verbName + " needs a text");
+      if (form->argument != Argument::OptionalText && command.text.empty())
+        throw fail(verbName + " needs a text");
+      break;
+    case Argument::Choice:
+      if (!isChoice(form->choices, rest))
+        throw fail(verbName + " needs one of " + std::string(form->choices) + ", not \"" + std::string(rest) +
+                   "\"");
+      command.text = std::string(rest);
+      break;
+    case Argument::Letter:
+      if (rest.size() != 1 || !std::isalnum(static_cast<unsigned char>(rest[0])))
+        throw fail(verbName + " needs one letter or digit, not \"" + std::string(rest) + "\"");
+      command.text = std::string(rest);
       break;
     case Argument::Number: {
       const char* first = rest.data();

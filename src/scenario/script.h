@@ -6,6 +6,9 @@
 //   answer PATH | cancel                                 queued file-dialog answers
 //   click NAME | type NAME [TEXT] | leave NAME           the author's actions
 //   scroll NAME N | slide NAME N | enter | escape | close | close-settings
+//   keys NAME KEYS | key NAME KEYS                       keys pressed on a control
+//   arrow NAME up|down|left|right | track NAME before|after
+//   alt LETTER | tab | backtab                           keys in the active window
 //   print NAME | dump NAME                               looking
 //
 // Blank lines and lines whose first character is '#' are skipped. Blanks
@@ -16,6 +19,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace korvane::scenario {
 
@@ -30,6 +34,13 @@ enum class Verb {
   Leave,
   Scroll,
   Slide,
+  Keys,
+  Key,
+  Arrow,
+  Track,
+  Alt,
+  Tab,
+  Backtab,
   Enter,
   Escape,
   Close,
@@ -38,13 +49,23 @@ enum class Verb {
   Dump,
 };
 
+// A named key of KEYS ("{Home}"), or Text: a piece typed key by key.
+enum class Key { Text, Home, End, Left, Right, Backspace, Delete, Up, Down, PgUp, PgDn };
+
+struct KeyStroke {
+  Key key = Key::Text;
+  std::string text;  // for Key::Text
+  bool operator==(const KeyStroke&) const = default;
+};
+
 struct Command {
   int lineNumber = 0;
   std::string line;  // as written, without the blanks around it
   Verb verb = Verb::Start;
   std::string name;  // the control, window or shared value
-  std::string text;  // the text argument, escapes resolved
+  std::string text;  // the text argument, escapes resolved; the word of arrow and track
   long long number = 0;
+  std::vector<KeyStroke> keys;  // keys and key
 };
 
 // Whether the command belongs before `start` (true) or needs the running program (false).
