@@ -134,12 +134,26 @@ void checkOutput(const std::string& output, const Lines& lod0Source, const std::
              "LOD 0 lines lost or changed: source " + shown(lod0Source) + "\noutput " + shown(lines));
 }
 
-void setFileSizeLimit(rlim_t limit) {
-  rlimit current{};
-  ::getrlimit(RLIMIT_FSIZE, &current);
-  current.rlim_cur = std::min(limit, current.rlim_max);
-  ::setrlimit(RLIMIT_FSIZE, &current);
-}
+// Past the limit a write fails with EFBIG. SIGXFSZ, which libFuzzer would
+// take for a finding, is ignored meanwhile; the limit is lifted before any
+// check can report.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t limit) : m_previous(std::signal(SIGXFSZ, SIG_IGN)) { set(limit); }
+  ~FileSizeLimit() {
+    set(RLIM_INFINITY);
+    std::signal(SIGXFSZ, m_previous);
+  }
+
+ private:
+  static void set(rlim_t limit) {
+    rlimit current{};
+    ::getrlimit(RLIMIT_FSIZE, &current);
+    current.rlim_cur = std::min(limit, current.rlim_max);
+    ::setrlimit(RLIMIT_FSIZE, &current);
+  }
+  void (*m_previous)(int);
+};
 
 }  // namespace
 
@@ -183,9 +197,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const rlim_t limit = static_cast<rlim_t>(data[1]) * (lod0Bytes.size() + lod1Bytes.size() + 200) / 128;
   platform.messages.clear();
   platform.answers = {outPath};
-  if (flags & 4) setFileSizeLimit(limit);
-  btnSaveAs_Click(frm);
-  if (flags & 4) setFileSizeLimit(RLIM_INFINITY);
+  {
+    std::optional<FileSizeLimit> limited;
+    if (flags & 4) limited.emplace(limit);
+    btnSaveAs_Click(frm);
+  }
   const std::vector<std::string> saveMessages = platform.messages;
 
   if (!platform.answers.empty()) {
@@ -214,11 +230,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   FUZZ_CHECK(cut == (!saveMessages.empty() && saveMessages.back() == failure),
              "a save cut at " + std::to_string(limit) + " of " + std::to_string(full.size()) +
                  " bytes showed " + shown(saveMessages));
-  return 0;
-}
-
-// Past the limit a write fails with EFBIG instead of ending the process.
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  std::signal(SIGXFSZ, SIG_IGN);
   return 0;
 }
