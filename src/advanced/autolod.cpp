@@ -1,10 +1,7 @@
 #include "advanced/autolod.h"
 
-#include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 
 #include "advanced/advanced_settings_window.h"
 #include "mainwindow/main_window.h"
@@ -18,64 +15,22 @@ namespace korvane {
 namespace {
 
 constexpr int kDecimals = 3;
-// The decimal digits a double holds faithfully. Rounding works on these, so
-// that a typed 0.0005 is the exact half it looks like and not the binary
-// value a hair above it.
-constexpr int kSignificantDigits = 15;
 
-// Adds one to the last digit of a run of decimal digits; gives true when the
-// carry ran out of the front.
-bool incrementDigits(std::string& digits) {
-  for (auto it = digits.rbegin(); it != digits.rend(); ++it) {
-    if (*it != '9') {
-      ++*it;
-      return false;
-    }
-    *it = '0';
-  }
-  return true;
-}
-
+// Rounds the real itself: only a real that lies exactly halfway between two
+// thousandths goes to the even one, so 0.0625 gives 0.062 while 0.0025, a
+// hair above its half as a real, gives 0.003. to_chars is exact and ignores
+// the locale, so the point stays a point.
 std::string formatThreeDecimals(double value) {
   if (!std::isfinite(value)) throw RuntimeFailure(failure_number::Overflow);
-  if (value == 0) return "0.000";
-
-  char buffer[64];
-  std::snprintf(buffer, sizeof buffer, "%.*e", kSignificantDigits - 1, std::fabs(value));
-  // buffer holds "d.ddddddddddddddde[+-]x": the digits and where the point goes.
-  std::string digits(1, buffer[0]);
-  digits.append(buffer + 2, kSignificantDigits - 1);
-  int pointAt = std::atoi(std::strchr(buffer, 'e') + 1) + 1;
-
-  if (pointAt < 1) {
-    digits.insert(0, static_cast<std::size_t>(1 - pointAt), '0');
-    pointAt = 1;
-  }
-  const std::size_t keep = static_cast<std::size_t>(pointAt) + kDecimals;
-  if (digits.size() < keep) digits.append(keep - digits.size(), '0');
-
-  std::string kept = digits.substr(0, keep);
-  const std::string dropped = digits.substr(keep);
-  bool up = false;
-  if (!dropped.empty()) {
-    const bool beyondHalf = dropped.find_first_not_of('0', 1) != std::string::npos;
-    if (dropped[0] > '5' || (dropped[0] == '5' && beyondHalf)) {
-      up = true;
-    } else if (dropped[0] == '5') {
-      up = (kept.back() - '0') % 2 != 0;
-    }
-  }
-  if (up && incrementDigits(kept)) {
-    kept.insert(0, 1, '1');
-    ++pointAt;
-  }
-
-  std::string whole = kept.substr(0, kept.size() - kDecimals);
-  const std::string fraction = kept.substr(kept.size() - kDecimals);
-  whole.erase(0, std::min(whole.find_first_not_of('0'), whole.size() - 1));
-
-  const bool zero = whole == "0" && fraction == "000";
-  return (value < 0 && !zero ? "-" : "") + whole + "." + fraction;
+  // The largest real has 309 digits before the point.
+  char buffer[320];
+  auto [end, error] =
+      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, kDecimals);
+  if (error != std::errc()) throw RuntimeFailure(failure_number::Overflow);
+  std::string text(buffer, end);
+  // A negative that rounds to nothing is written without its sign.
+  if (text.front() == '-' && text.find_first_not_of("-0.") == std::string::npos) text.erase(0, 1);
+  return text;
 }
 
 bool isDigit(char c) {

@@ -14,7 +14,8 @@ class frmAdvancedSettings;
 inline constexpr const char* kDefaultAutoLOD0 = "0.250";
 inline constexpr const char* kDefaultAutoLOD1 = "0.000";
 
-// LeadingNumber, rounded to three decimals (halves to even), written "0.000".
+// LeadingNumber, rounded as a 64-bit real to three decimals (an exact half to
+// the even thousandth), written "0.000".
 std::string NormalizeAutoLOD(std::string_view text);
 // How a field shows its text while it does not have the focus.
 std::string FormatAutoLODForDisplay(std::string_view text);

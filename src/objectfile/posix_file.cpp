@@ -26,9 +26,25 @@ RuntimeFailure openFailure(const std::string& path, int error) {
   return failureFromErrno(error);
 }
 
+// Only regular files are read or written. A FIFO would hold the open until
+// its other end came, a device may never end or, as /dev/null would, swallow
+// a save: each counts as a file that cannot be reached, and nothing of it is
+// read or written.
+void refuseUnlessRegular(const struct stat& info) {
+  if (!S_ISREG(info.st_mode)) throw RuntimeFailure(failure_number::PathFileAccessError);
+}
+
 int openOrThrow(const std::string& path, int flags) {
+  // Looked at before the open so that no device is opened at all; a path that
+  // names nothing yet is left to the open, which knows its own failure.
+  struct stat info {};
+  if (::stat(path.c_str(), &info) == 0) refuseUnlessRegular(info);
+  // Should a special file take the path's place meanwhile, O_NONBLOCK keeps
+  // the open from waiting on it, O_NOCTTY keeps a terminal from becoming ours,
+  // and the fstat below refuses it.
+  flags |= O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
   for (;;) {
-    int descriptor = ::open(path.c_str(), flags | O_CLOEXEC, 0666);
+    int descriptor = ::open(path.c_str(), flags, 0666);
     if (descriptor >= 0) return descriptor;
     if (errno != EINTR) throw openFailure(path, errno);
   }
@@ -36,19 +52,24 @@ int openOrThrow(const std::string& path, int flags) {
 
 }  // namespace
 
-PosixFile PosixFile::openForReading(const std::string& path) {
-  PosixFile file(openOrThrow(path, O_RDONLY));
-  // Linux opens a directory for reading without complaint; refuse it here so
-  // that it can never pass for an empty file.
+PosixFile PosixFile::openRegular(const std::string& path, int flags) {
+  PosixFile file(openOrThrow(path, flags));
   struct stat info {};
   if (::fstat(file.m_descriptor, &info) != 0) throw failureFromErrno(errno);
-  if (S_ISDIR(info.st_mode)) throw failureFromErrno(EISDIR);
+  refuseUnlessRegular(info);
+  return file;
+}
+
+PosixFile PosixFile::openForReading(const std::string& path) {
+  PosixFile file = openRegular(path, O_RDONLY);
   ::posix_fadvise(file.m_descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
   return file;
 }
 
+// O_TRUNC cuts nothing but a regular file, so a special file found only after
+// the open has lost nothing by the time it is refused.
 PosixFile PosixFile::openForWriting(const std::string& path) {
-  return PosixFile(openOrThrow(path, O_WRONLY | O_CREAT | O_TRUNC));
+  return openRegular(path, O_WRONLY | O_CREAT | O_TRUNC);
 }
 
 PosixFile::PosixFile(PosixFile&& other) noexcept : m_descriptor(other.m_descriptor) {

@@ -8,6 +8,9 @@
 
 namespace korvane {
 
+// Both opens take regular files only and never wait: a FIFO, a device, a
+// socket or a directory is failure 75, "Path/File access error", and nothing
+// of it is read, written or cut.
 class PosixFile {
  public:
   static PosixFile openForReading(const std::string& path);
@@ -30,6 +33,7 @@ class PosixFile {
 
  private:
   explicit PosixFile(int descriptor) : m_descriptor(descriptor) {}
+  static PosixFile openRegular(const std::string& path, int flags);
 
   int m_descriptor;
 };

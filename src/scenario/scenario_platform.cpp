@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
+#include <filesystem>
 
 #include "controls/control.h"
 #include "runtime/failure.h"
@@ -99,6 +100,11 @@ std::optional<std::string> ScenarioPlatform::fileDialog(const FileDialogRequest&
       "] dir=" + escapeText(request.initialDirectory) + " filter=" + escapeText(request.filter) +
       " index=" + std::to_string(request.filterIndex) + " file=" + escapeText(request.fileName) + " -> " +
       (answer ? escapeText(*answer) : "cancel"));
+  // A real dialog gives full paths: a relative answer names a file in the
+  // current directory, where a typed name would land.
+  if (answer && !answer->empty() && std::filesystem::path(*answer).is_relative()) {
+    answer = (std::filesystem::path(currentDirectory()) / *answer).lexically_normal().string();
+  }
   return answer;
 }
 

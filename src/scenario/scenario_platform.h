@@ -1,7 +1,8 @@
 #pragma once
 // The real Qt platform with the author's side played by a script: every
 // message box is shown and then dismissed with OK, each file dialog takes the
-// next queued answer, and what the author would see goes to the transcript:
+// next queued answer (made absolute against the current directory), and what the author would see goes to the
+// transcript:
 //   MSGBOX [TITLE] TEXT, DIALOG ..., OPEN PATH -> launched|failed,
 //   FOCUS NAME, SHOW/HIDE frmAdvancedSettings, EXIT.
 // Windows, widgets and the per-user store are the real ones.

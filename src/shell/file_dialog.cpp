@@ -13,11 +13,14 @@ namespace korvane {
 namespace {
 
 // Our dialogs leave the process's current directory where it was, so the
-// chosen file's directory comes from the path itself. A name without any
-// directory can only lie in the current one.
+// chosen file's directory comes from the path itself. A relative path lies
+// under the current directory: the remembered directory must be absolute, or
+// the next run would open its dialogs somewhere else.
 std::string directoryOf(Platform& platform, const std::string& path) {
-  std::string directory = std::filesystem::path(path).parent_path().string();
-  return directory.empty() ? platform.currentDirectory() : directory;
+  std::filesystem::path chosen(path);
+  if (chosen.is_relative())
+    chosen = (std::filesystem::path(platform.currentDirectory()) / chosen).lexically_normal();
+  return chosen.parent_path().string();
 }
 
 }  // namespace

@@ -421,10 +421,6 @@ std::string aReadOnlyFile(const testing::TempDir& dir) {
   return permissionsBind(path, W_OK) ? path : "";
 }
 
-std::string theFullDevice(const testing::TempDir&) {
-  return "/dev/full";
-}
-
 INSTANTIATE_TEST_SUITE_P(
     Cases, SaveTargetFailure,
     ::testing::Values(BadTarget{"ReadOnlyFile", aReadOnlyFile, false,
@@ -436,11 +432,7 @@ INSTANTIATE_TEST_SUITE_P(
                       BadTarget{"MissingDirectoryCombined", aFileInAMissingDirectory, true,
                                 "Unexpected error in SaveFileCombined: Path not found ( 76)"},
                       BadTarget{"Directory", aDirectory, false,
-                                "Unexpected error in SaveFileLOD0: Path/File access error ( 75)"},
-                      BadTarget{"FullDevice", theFullDevice, false,
-                                "Unexpected error in SaveFileLOD0: Disk full ( 61)"},
-                      BadTarget{"FullDeviceCombined", theFullDevice, true,
-                                "Unexpected error in SaveFileCombined: Disk full ( 61)"}),
+                                "Unexpected error in SaveFileLOD0: Path/File access error ( 75)"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace

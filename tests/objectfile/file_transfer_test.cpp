@@ -178,14 +178,6 @@ TEST_F(FileTransfer, WriteFailingHalfWayLeavesThePartialFileAndTheStores) {
   EXPECT_EQ(linesOf(lod1()), (Lines{"[LOD 1]"}));
 }
 
-TEST_F(FileTransfer, WriteToAFullDeviceReportsDiskFullAndKeepsTheStore) {
-  fill(lod0(), {"a", "b"});
-  SaveFileLOD0(frm, "/dev/full");
-  EXPECT_EQ(platform.messages, (Lines{"Unexpected error in SaveFileLOD0: Disk full ( 61)"}));
-  EXPECT_EQ(platform.messageTitles, (Lines{"Korvane"}));
-  EXPECT_EQ(linesOf(lod0()), (Lines{"a", "b"}));
-}
-
 TEST_F(FileTransfer, ReadOnlyTargetIsRefusedAndKeepsItsContent) {
   std::string path = dir.write("locked.kob", "keep\r\n");
   std::filesystem::permissions(path, std::filesystem::perms::owner_read);

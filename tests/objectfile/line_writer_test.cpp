@@ -61,10 +61,6 @@ TEST(LineWriting, LineLongerThanTheBufferComesOutWholeBetweenItsNeighbours) {
   EXPECT_EQ(readBytes(path), "head\r\n" + longLine + "\r\n" + nearlyFull + "\r\ntail\r\n");
 }
 
-TEST(LineWritingFailures, FullDeviceIsDiskFull) {
-  EXPECT_EQ(failureNumberOf([] { writeAll("/dev/full", {"a", "b"}); }), 61);
-}
-
 TEST(LineWritingFailures, DirectoryAsTargetIsPathFileAccessError) {
   TempDir dir;
   EXPECT_EQ(failureNumberOf([&] { LineWriter writer(dir.path().string()); }), 75);

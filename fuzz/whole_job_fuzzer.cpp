@@ -1,0 +1,234 @@
+// The author's whole job on any bytes, through the window's own handlers:
+// validate and load a LOD 0 source, maybe tick in a LOD 1 source, Save As.
+// Either a source is refused, or every source line that holds none of the
+// rewritten keywords reaches the output unchanged and in order, and the LOD 1
+// lines from the first "[LOD 0]" on follow with every "LOD 0" renamed "LOD 1".
+// The units each have their own target; this one watches the seams between
+// validator, reader, rewriter and writer.
+//
+// Input: a flags byte, a byte that places a file-size limit, then the LOD 0
+// bytes, optionally followed by kSplit and the LOD 1 bytes (without it the
+// LOD 0 bytes serve as the LOD 1 source too).
+//   flag 1: tick chkAddLOD1 (when the source has one LOD)
+//   flag 2: switch chkAddColorKey over before saving
+//   flag 4: the save meets the file-size limit, so the write fails half way:
+//           the file must hold a prefix of the full output, the writer's
+//           failure must be reported, and the stores must still save whole.
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fuzz_support.h"
+#include "headless_platform.h"
+#include "mainwindow/main_window.h"
+#include "mainwindow/save_as.h"
+#include "mainwindow/source_loading.h"
+#include "objectfile/file_transfer.h"
+#include "shell/program.h"
+
+using namespace korvane;
+using namespace korvane::fuzzing;
+
+namespace {
+
+constexpr std::string_view kSplit{"\0SPLIT\0", 7};
+constexpr std::string_view kRewrittenKeywords[] = {
+    "TEXTUREMAP=", "COLORKEY=", "NUMBEROFLOD=", "AUTOLOD#0=", "AUTOLOD#1=", "USEAUTOLOD="};
+using Lines = std::vector<std::string>;
+
+// The headless platform with the dialogs answered in turn.
+class AnsweringPlatform : public HeadlessPlatform {
+ public:
+  std::deque<std::string> answers;
+  std::optional<std::string> fileDialog(const FileDialogRequest&) override {
+    if (answers.empty()) return std::nullopt;
+    std::string answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+};
+
+// The lines as an author's editor shows them: CR LF, CR and LF each end one.
+Lines authorLines(std::string_view bytes) {
+  Lines lines;
+  std::size_t start = 0;
+  while (start < bytes.size()) {
+    std::size_t end = bytes.find_first_of("\r\n", start);
+    if (end == std::string_view::npos) end = bytes.size();
+    lines.emplace_back(bytes.substr(start, end - start));
+    start = end + 1;
+    if (end + 1 < bytes.size() && bytes[end] == '\r' && bytes[end + 1] == '\n') ++start;
+  }
+  return lines;
+}
+
+// Every written line ends in CR LF and no stored line holds a CR.
+Lines writtenLines(std::string_view bytes) {
+  Lines lines;
+  for (std::size_t start = 0; start < bytes.size();) {
+    std::size_t end = bytes.find("\r\n", start);
+    FUZZ_CHECK(end != std::string_view::npos, "output does not end in CR LF: " + shown(bytes));
+    lines.emplace_back(bytes.substr(start, end - start));
+    start = end + 2;
+  }
+  return lines;
+}
+
+// TODO(after the mixed-line-end fix is merged): delete this and its uses. A
+// stored line holding an LF is to be refused when the source is opened; until
+// then such a source is accepted here, and so it is skipped as refused.
+bool holdsBareLF(std::string_view bytes) {
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes[i] == '\n' && (i == 0 || bytes[i - 1] != '\r')) return true;
+  }
+  return false;
+}
+
+bool holdsRewrittenKeyword(const std::string& line) {
+  std::string upper = line;
+  for (char& c : upper) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  return std::any_of(std::begin(kRewrittenKeywords), std::end(kRewrittenKeywords),
+                     [&](std::string_view keyword) { return upper.find(keyword) != std::string::npos; });
+}
+
+Lines untouched(const Lines& lines) {
+  Lines kept;
+  for (const std::string& line : lines) {
+    if (!holdsRewrittenKeyword(line)) kept.push_back(line);
+  }
+  return kept;
+}
+
+Lines renamedFromMarker(const Lines& lines) {
+  Lines renamed;
+  auto marker = std::find(lines.begin(), lines.end(), "[LOD 0]");
+  for (auto it = marker; it != lines.end(); ++it) {
+    std::string line = *it;
+    for (std::size_t at = line.find("LOD 0"); at != std::string::npos; at = line.find("LOD 0", at + 5)) {
+      line[at + 4] = '1';
+    }
+    renamed.push_back(line);
+  }
+  return renamed;
+}
+
+void checkOutput(const std::string& output, const Lines& lod0Source, const std::optional<Lines>& lod1Source) {
+  Lines lines = writtenLines(output);
+  if (lod1Source) {
+    const Lines tail = renamedFromMarker(*lod1Source);
+    FUZZ_CHECK(lines.size() >= tail.size() && std::equal(tail.begin(), tail.end(), lines.end() - tail.size()),
+               "the LOD 1 lines " + shown(tail) + " do not end the output " + shown(lines));
+    lines.resize(lines.size() - tail.size());
+  }
+  FUZZ_CHECK(untouched(lines) == untouched(lod0Source),
+             "LOD 0 lines lost or changed: source " + shown(lod0Source) + "\noutput " + shown(lines));
+}
+
+// Past the limit a write fails with EFBIG. SIGXFSZ, which libFuzzer would
+// take for a finding, is ignored meanwhile; the limit is lifted before any
+// check can report.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t limit) : m_previous(std::signal(SIGXFSZ, SIG_IGN)) { set(limit); }
+  ~FileSizeLimit() {
+    set(RLIM_INFINITY);
+    std::signal(SIGXFSZ, m_previous);
+  }
+
+ private:
+  static void set(rlim_t limit) {
+    rlimit current{};
+    ::getrlimit(RLIMIT_FSIZE, &current);
+    current.rlim_cur = std::min(limit, current.rlim_max);
+    ::setrlimit(RLIMIT_FSIZE, &current);
+  }
+  void (*m_previous)(int);
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  // Longer lines would meet Substitute's 16-bit positions, where a rename is
+  // given up on purpose.
+  if (size < 2 || size > 30000) return 0;
+  const unsigned flags = data[0];
+  const std::string_view rest(reinterpret_cast<const char*>(data) + 2, size - 2);
+  const std::size_t split = rest.find(kSplit);
+  const std::string_view lod0Bytes = rest.substr(0, split);
+  const std::string_view lod1Bytes = split == rest.npos ? lod0Bytes : rest.substr(split + kSplit.size());
+  if (holdsBareLF(lod0Bytes) || ((flags & 1) && holdsBareLF(lod1Bytes))) return 0;
+
+  const std::string lod0Path = scratchFile("lod0.kob");
+  const std::string lod1Path = scratchFile("lod1.kob");
+  const std::string outPath = scratchFile("out.kob");
+  writeBytes(lod0Path, lod0Bytes);
+  writeBytes(lod1Path, lod1Bytes);
+  ::unlink(outPath.c_str());
+
+  AnsweringPlatform platform;
+  Program program(platform);
+  program.Main();
+  frmKorvane& frm = program.MainWindow();
+
+  platform.answers = {lod0Path};
+  btnBrowseLOD0_Click(frm);
+  if (frm.txtFilePathLOD0.Text() != lod0Path) {
+    FUZZ_CHECK(frm.lstDataLOD0.Store().ListCount() == 0, "a refused LOD 0 source was loaded");
+    return 0;
+  }
+  if ((flags & 1) && frm.chkAddLOD1.Value() == 0) {
+    platform.answers = {lod1Path};
+    frm.chkAddLOD1.SetValue(1);
+  }
+  const bool withLOD1 = frm.chkAddLOD1.Value() == 1;
+  if (flags & 2) frm.chkAddColorKey.SetValue(frm.chkAddColorKey.Value() == 0 ? 1 : 0);
+
+  // A generous limit sometimes lets the whole file through; that must work too.
+  const rlim_t limit = static_cast<rlim_t>(data[1]) * (lod0Bytes.size() + lod1Bytes.size() + 200) / 128;
+  platform.messages.clear();
+  platform.answers = {outPath};
+  {
+    std::optional<FileSizeLimit> limited;
+    if (flags & 4) limited.emplace(limit);
+    btnSaveAs_Click(frm);
+  }
+  const std::vector<std::string> saveMessages = platform.messages;
+
+  if (!platform.answers.empty()) {
+    // Save As refused incomplete input before its dialog.
+    FUZZ_CHECK(platform.messages.size() == 1, "Save As refused with " + shown(platform.messages));
+    return 0;
+  }
+  const std::optional<Lines> lod1Source = withLOD1 ? std::optional(authorLines(lod1Bytes)) : std::nullopt;
+  const char* saver = frm.chkAddLOD1.Value() > 0 ? "SaveFileCombined" : "SaveFileLOD0";
+  if (!(flags & 4)) {
+    checkOutput(readBytes(outPath), authorLines(lod0Bytes), lod1Source);
+    return 0;
+  }
+
+  const std::string partial = readBytes(outPath);
+  const std::string fullPath = scratchFile("full.kob");
+  platform.messages.clear();
+  (frm.chkAddLOD1.Value() > 0 ? SaveFileCombined : SaveFileLOD0)(frm, fullPath);
+  FUZZ_CHECK(platform.messages.empty(), "saving again failed: " + shown(platform.messages));
+  const std::string full = readBytes(fullPath);
+  checkOutput(full, authorLines(lod0Bytes), lod1Source);
+  FUZZ_CHECK(partial == full.substr(0, limit),
+             "the cut file " + shown(partial) + " is not the head of " + shown(full));
+  const bool cut = limit < full.size();
+  const std::string failure = std::string("Unexpected error in ") + saver + ": Disk full ( 61)";
+  FUZZ_CHECK(cut == (!saveMessages.empty() && saveMessages.back() == failure),
+             "a save cut at " + std::to_string(limit) + " of " + std::to_string(full.size()) +
+                 " bytes showed " + shown(saveMessages));
+  return 0;
+}

@@ -1,0 +1,95 @@
+// A file that is not a regular one, picked as a source or as the target: no
+// step may wait on it or read it for ever, a source is refused like a file
+// that cannot be read, and a target is the writer's failure 75.
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <tuple>
+
+#include "mainwindow/main_window.h"
+#include "mainwindow/save_as.h"
+#include "mainwindow/source_loading.h"
+#include "objectfile/file_transfer.h"
+#include "runtime/shared_strings.h"
+#include "shell/program.h"
+#include "support/scripted_platform.h"
+#include "support/temp_files.h"
+
+namespace korvane {
+namespace {
+
+using Kind = std::string;
+using Role = std::string;
+
+class SpecialFile : public ::testing::TestWithParam<std::tuple<const char*, const char*>> {
+ protected:
+  // A hang ends this test's process (SIGALRM) instead of blocking the suite.
+  void SetUp() override { ::alarm(10); }
+  void TearDown() override { ::alarm(0); }
+
+  std::string make(const Kind& kind, const Role& role) {
+    // Endless as a source; as the target, the device that swallows all.
+    if (kind == "Device") return role == "AsTarget" ? "/dev/null" : "/dev/zero";
+    const std::string path = dir.file("special.kob");
+    if (kind == "Fifo") EXPECT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    if (kind == "Directory") std::filesystem::create_directory(path);
+    if (kind == "Socket") {
+      sockaddr_un address{AF_UNIX, {}};
+      path.copy(address.sun_path, sizeof address.sun_path - 1);
+      int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+      EXPECT_EQ(::bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+      ::close(socket);  // the socket file stays
+    }
+    return path;
+  }
+
+  testing::ScriptedPlatform platform;
+  Program program{platform};
+  frmKorvane& frm = program.MainWindow();
+  testing::TempDir dir;
+};
+
+TEST_P(SpecialFile, NeitherWaitsNorIsReadNorWritten) {
+  AppTitleName = "Korvane";
+  const Kind kind = std::get<0>(GetParam());
+  const Role role = std::get<1>(GetParam());
+  const std::string special = make(kind, role);
+  const std::string source =
+      dir.write("a.kob", testing::crlf({"[Material - 0]", "TextureMap=a.tga", "[LOD Information]",
+                                        "NumberOfLOD=1", "[LOD 0]", "NumberOfSurfaces=1"}));
+  platform.answer(source);
+  btnBrowseLOD0_Click(frm);
+  platform.clearLog();
+  platform.answer(special);
+
+  std::string expected = "Error Reading KOB File: TextureMap Not Found";
+  if (role == "AsLOD0") btnBrowseLOD0_Click(frm);
+  if (role == "AsLOD1") frm.chkAddLOD1.SetValue(1);
+  if (role == "ReadAsLOD0") ReadFileLOD0(frm, special);
+  if (role == "ReadAsLOD0") expected = "Unexpected error in ReadFileLOD0: Path/File access error ( 75)";
+  if (role == "AsTarget") btnSaveAs_Click(frm);
+  if (role == "AsTarget") expected = "Unexpected error in SaveFileLOD0: Path/File access error ( 75)";
+  EXPECT_EQ(platform.messages, std::vector<std::string>{expected});
+  if (role == "ReadAsLOD0") return;
+  // Nothing loaded changed, so the author can still save, elsewhere.
+  EXPECT_EQ(frm.txtFilePathLOD0.Text(), source);
+  EXPECT_EQ(frm.chkAddLOD1.Value(), 0);
+  SaveFileLOD0(frm, dir.file("elsewhere.kob"));
+  EXPECT_EQ(testing::readBytes(dir.file("elsewhere.kob")), testing::readBytes(source));
+}
+
+INSTANTIATE_TEST_SUITE_P(KindsAndRoles, SpecialFile,
+                         ::testing::Combine(::testing::Values("Fifo", "Device", "Socket", "Directory"),
+                                            ::testing::Values("AsLOD0", "AsLOD1", "ReadAsLOD0", "AsTarget")),
+                         [](const auto& info) {
+                           return std::string(std::get<0>(info.param)) + std::get<1>(info.param);
+                         });
+
+}  // namespace
+}  // namespace korvane
