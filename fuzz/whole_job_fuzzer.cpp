@@ -22,18 +22,16 @@
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "fuzz_support.h"
-#include "headless_platform.h"
 #include "mainwindow/main_window.h"
 #include "mainwindow/save_as.h"
 #include "mainwindow/source_loading.h"
 #include "objectfile/file_transfer.h"
+#include "runtime/headless_platform.h"
 #include "shell/program.h"
 
 using namespace korvane;
@@ -45,18 +43,6 @@ constexpr std::string_view kSplit{"\0SPLIT\0", 7};
 constexpr std::string_view kRewrittenKeywords[] = {
     "TEXTUREMAP=", "COLORKEY=", "NUMBEROFLOD=", "AUTOLOD#0=", "AUTOLOD#1=", "USEAUTOLOD="};
 using Lines = std::vector<std::string>;
-
-// The headless platform with the dialogs answered in turn.
-class AnsweringPlatform : public HeadlessPlatform {
- public:
-  std::deque<std::string> answers;
-  std::optional<std::string> fileDialog(const FileDialogRequest&) override {
-    if (answers.empty()) return std::nullopt;
-    std::string answer = answers.front();
-    answers.pop_front();
-    return answer;
-  }
-};
 
 // The lines as an author's editor shows them: CR LF, CR and LF each end one.
 Lines authorLines(std::string_view bytes) {
@@ -175,19 +161,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   writeBytes(lod1Path, lod1Bytes);
   ::unlink(outPath.c_str());
 
-  AnsweringPlatform platform;
+  HeadlessPlatform platform;
   Program program(platform);
   program.Main();
   frmKorvane& frm = program.MainWindow();
 
-  platform.answers = {lod0Path};
+  platform.dialogAnswers = {lod0Path};
   btnBrowseLOD0_Click(frm);
   if (frm.txtFilePathLOD0.Text() != lod0Path) {
     FUZZ_CHECK(frm.lstDataLOD0.Store().ListCount() == 0, "a refused LOD 0 source was loaded");
     return 0;
   }
   if ((flags & 1) && frm.chkAddLOD1.Value() == 0) {
-    platform.answers = {lod1Path};
+    platform.dialogAnswers = {lod1Path};
     frm.chkAddLOD1.SetValue(1);
   }
   const bool withLOD1 = frm.chkAddLOD1.Value() == 1;
@@ -196,7 +182,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // A generous limit sometimes lets the whole file through; that must work too.
   const rlim_t limit = static_cast<rlim_t>(data[1]) * (lod0Bytes.size() + lod1Bytes.size() + 200) / 128;
   platform.messages.clear();
-  platform.answers = {outPath};
+  platform.dialogAnswers = {outPath};
   {
     std::optional<FileSizeLimit> limited;
     if (flags & 4) limited.emplace(limit);
@@ -204,7 +190,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   const std::vector<std::string> saveMessages = platform.messages;
 
-  if (!platform.answers.empty()) {
+  if (!platform.dialogAnswers.empty()) {
     // Save As refused incomplete input before its dialog.
     FUZZ_CHECK(platform.messages.size() == 1, "Save As refused with " + shown(platform.messages));
     return 0;
