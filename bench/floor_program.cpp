@@ -133,6 +133,5 @@ int main(int argc, char** argv) {
   p = lineEnd(p);
   copyTo(lod0.bytes + lod0.size);
   out.put(marker, static_cast<std::size_t>(lod1.bytes + lod1.size - marker));
-  std::fprintf(stderr, "%zu lines\n", lines);
-  return 0;
+  return lines > 0 ? 0 : 1;
 }

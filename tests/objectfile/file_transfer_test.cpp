@@ -13,6 +13,7 @@
 #include "runtime/shared_strings.h"
 #include "shell/program.h"
 #include "support/scripted_platform.h"
+#include "support/store_lines.h"
 #include "support/temp_files.h"
 
 namespace korvane {
@@ -24,15 +25,11 @@ using testing::readBytes;
 using testing::TempDir;
 using Lines = std::vector<std::string>;
 
-Lines linesOf(const LineStore& store) {
-  Lines lines;
-  for (std::int32_t i = 0; i < store.ListCount(); ++i) lines.emplace_back(store.List(i));
-  return lines;
-}
+using testing::linesOf;
 
 void fill(LineStore& store, const Lines& lines) {
   store.Clear();
-  for (const auto& line : lines) store.AddItem(line);
+  testing::addLines(store, lines);
 }
 
 class FileTransfer : public ::testing::Test {
@@ -154,47 +151,31 @@ TEST_F(FileTransfer, WriteFailingHalfWayLeavesThePartialFileAndTheStores) {
 }
 
 struct FailureCase {
-  const char* name;
   void (*procedure)(frmKorvane&, const std::string&);
   const char* target;  // inside the test's directory; "" is the directory itself
   std::string message;
-  friend void PrintTo(const FailureCase& c, std::ostream* os) { *os << c.name; }
 };
 
-class TransferFailure : public FileTransfer, public ::testing::WithParamInterface<FailureCase> {};
-
-TEST_P(TransferFailure, ShowsOneMessageInTheProcedureFrame) {
-  fill(lod0(), {"zero"});
-  fill(lod1(), {"one"});
-  std::string target = *GetParam().target ? dir.file(GetParam().target) : dir.path().string();
-  GetParam().procedure(frm, target);
-  EXPECT_EQ(platform.messages, (Lines{GetParam().message}));
-  // Nothing is created where the target cannot be opened.
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 0);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, TransferFailure,
-    ::testing::Values(FailureCase{"ReadLOD0MissingFile", ReadFileLOD0, "absent.kob",
-                                  "Unexpected error in ReadFileLOD0: File not found ( 53)"},
-                      FailureCase{"ReadLOD0Directory", ReadFileLOD0, "",
-                                  "Unexpected error in ReadFileLOD0: Path/File access error ( 75)"},
-                      FailureCase{"ReadLOD1MissingDirectory", ReadFileLOD1, "absent/lod1.kob",
-                                  "Unexpected error in ReadFileLOD1: Path not found ( 76)"},
-                      FailureCase{"SaveLOD0Directory", SaveFileLOD0, "",
-                                  "Unexpected error in SaveFileLOD0: Path/File access error ( 75)"},
-                      FailureCase{"SaveCombinedMissingDirectory", SaveFileCombined, "absent/out.kob",
-                                  "Unexpected error in SaveFileCombined: Path not found ( 76)"}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(FileTransfer, FailedReadLeavesOnlyItsOwnStoreCleared) {
-  fill(lod0(), {"zero"});
-  fill(lod1(), {"one"});
-  ReadFileLOD0(frm, dir.file("absent.kob"));
-  EXPECT_EQ(lod0().ListCount(), 0);
-  EXPECT_EQ(linesOf(lod1()), (Lines{"one"}));
-  ReadFileLOD1(frm, dir.file("absent.kob"));
-  EXPECT_EQ(lod1().ListCount(), 0);
+// A failed read leaves its own store empty, a failed save both as they were,
+// and nothing is created where the target cannot be opened.
+TEST_F(FileTransfer, FailuresShowOneMessageInTheProcedureFrame) {
+  const FailureCase cases[] = {
+      {ReadFileLOD0, "absent.kob", "Unexpected error in ReadFileLOD0: File not found ( 53)"},
+      {ReadFileLOD0, "", "Unexpected error in ReadFileLOD0: Path/File access error ( 75)"},
+      {ReadFileLOD1, "absent/lod1.kob", "Unexpected error in ReadFileLOD1: Path not found ( 76)"},
+      {SaveFileLOD0, "", "Unexpected error in SaveFileLOD0: Path/File access error ( 75)"},
+      {SaveFileCombined, "absent/out.kob", "Unexpected error in SaveFileCombined: Path not found ( 76)"},
+  };
+  for (const FailureCase& c : cases) {
+    fill(lod0(), {"zero"});
+    fill(lod1(), {"one"});
+    platform.messages.clear();
+    c.procedure(frm, *c.target ? dir.file(c.target) : dir.path().string());
+    EXPECT_EQ(platform.messages, (Lines{c.message}));
+    EXPECT_EQ(linesOf(lod0()), c.procedure == ReadFileLOD0 ? Lines{} : Lines{"zero"}) << c.message;
+    EXPECT_EQ(linesOf(lod1()), c.procedure == ReadFileLOD1 ? Lines{} : Lines{"one"}) << c.message;
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 0);
+  }
 }
 
 }  // namespace
