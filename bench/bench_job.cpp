@@ -70,16 +70,18 @@ JobOutcome runJobInSteps(const JobFiles& files) {
 
     // The opening branch of chkAddLOD1_Click. The box goes to 1 with its
     // handler held back, since the handler is what these steps replay.
-    t[kLookupsLOD1] = timed([&] {
-      FlushProfileCache(files.lod1);
-      if (!ValidateFileLOD1(platform, files.lod1)) return;
-      auto handler = std::exchange(frm.chkAddLOD1.onClick, nullptr);
-      frm.chkAddLOD1.SetValue(1);
-      frm.chkAddLOD1.onClick = std::move(handler);
-      UseDefaultAutoLOD(program);
-      frm.txtFilePathLOD1.SetText(files.lod1);
-    });
-    t[kReadLOD1] = timed([&] { ReadFileLOD1(frm, files.lod1); });
+    // Without a LOD 1 source, the LOD 0 source holds two LODs already.
+    if (!files.lod1.empty())
+      t[kLookupsLOD1] = timed([&] {
+        FlushProfileCache(files.lod1);
+        if (!ValidateFileLOD1(platform, files.lod1)) return;
+        auto handler = std::exchange(frm.chkAddLOD1.onClick, nullptr);
+        frm.chkAddLOD1.SetValue(1);
+        frm.chkAddLOD1.onClick = std::move(handler);
+        UseDefaultAutoLOD(program);
+        frm.txtFilePathLOD1.SetText(files.lod1);
+      });
+    if (!files.lod1.empty()) t[kReadLOD1] = timed([&] { ReadFileLOD1(frm, files.lod1); });
 
     // btnSaveAs_Click once the dialog has given the path.
     t[kTextureMap] = timed([&] { UpdateTextureMapLOD0(frm); });

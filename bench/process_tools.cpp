@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/statvfs.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -21,6 +22,7 @@ namespace korvane::bench {
 namespace {
 
 volatile sig_atomic_t g_running = 0;
+std::uint64_t g_lastPeak = 0;
 
 pid_t spawn(const std::vector<std::string>& argv, posix_spawn_file_actions_t& actions) {
   std::vector<char*> args;
@@ -36,10 +38,12 @@ pid_t spawn(const std::vector<std::string>& argv, posix_spawn_file_actions_t& ac
 
 void waitForSuccess(pid_t pid, const std::string& name) {
   int status = 0;
-  while (waitpid(pid, &status, 0) < 0) {
+  rusage usage{};
+  while (wait4(pid, &status, 0, &usage) < 0) {
     if (errno != EINTR) throw std::runtime_error("cannot wait for " + name);
   }
   g_running = 0;
+  g_lastPeak = static_cast<std::uint64_t>(usage.ru_maxrss) * 1024;  // given in kB
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) throw std::runtime_error(name + " failed");
 }
 
@@ -94,6 +98,10 @@ void stopRunningCommand() {
   if (pid <= 0) return;
   kill(pid, SIGTERM);
   waitpid(pid, nullptr, 0);
+}
+
+std::uint64_t lastCommandPeakBytes() {
+  return g_lastPeak;
 }
 
 std::uint64_t peakResidentBytes() {

@@ -22,6 +22,9 @@ std::string captureCommand(const std::vector<std::string>& argv);
 // call from a signal handler.
 void stopRunningCommand();
 
+// The peak resident set of the command that ended last, in bytes.
+std::uint64_t lastCommandPeakBytes();
+
 // The peak resident set of this process so far (VmHWM), in bytes.
 std::uint64_t peakResidentBytes();
 

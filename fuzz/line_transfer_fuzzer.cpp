@@ -11,7 +11,8 @@
 #include "fuzz_support.h"
 #include "mainwindow/main_window.h"
 #include "objectfile/file_transfer.h"
-#include "objectfile/line_reader.h"
+#include "objectfile/line_store.h"
+#include "rewrite/lod_merge.h"
 #include "runtime/headless_platform.h"
 #include "shell/program.h"
 
@@ -72,13 +73,13 @@ void checkQuiet(const HeadlessPlatform& platform, const std::string& step) {
 }
 
 // Inputs that begin with 0xFF are placed behind filler so that they straddle
-// the readers' and writers' buffer boundary: a CR LF pair split there is the
-// classic way to lose or invent a line.
+// the boundary of the pieces the reader counts line ends in: a CR LF pair
+// split there is the classic way to lose or invent a line.
 std::string sourceBytes(const std::uint8_t* data, std::size_t size) {
   std::string_view raw(reinterpret_cast<const char*>(data), size);
   if (size < 2 || data[0] != 0xFF) return std::string(raw);
   std::size_t offset = data[1];
-  std::string bytes(kLineReadBufferSize - offset, 'x');
+  std::string bytes((std::size_t{256} << 10) - offset, 'x');
   bytes += raw.substr(2);
   return bytes;
 }
@@ -126,6 +127,32 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   ReadFileLOD0(frm, savedPath);
   checkQuiet(platform, "ReadFileLOD0 of the saved file");
   checkStore(lod0, lines, "reading the saved file back");
+
+  // Edits between runs of source lines: the input's last bytes say where a
+  // line goes in and which one comes out; then every "LOD 0" is renamed.
+  std::vector<std::string> model = lines;
+  for (std::size_t i = 0; i + 1 < std::min<std::size_t>(size, 8); i += 2) {
+    const auto count = static_cast<std::int32_t>(model.size());
+    const auto at = static_cast<std::int32_t>(data[size - 1 - i] % (count + 1));
+    if (data[size - 2 - i] % 2 == 0) {
+      lod0.AddItem("LOD 0 in", at);
+      model.insert(model.begin() + at, "LOD 0 in");
+    } else if (at < count) {
+      lod0.RemoveItem(at);
+      model.erase(model.begin() + at);
+    }
+  }
+  std::swap(lod0, lod1);
+  UpdateLOD1(frm);
+  std::swap(lod0, lod1);
+  for (std::string& line : model) {
+    if (line.size() >= 32767 && line.find("LOD 0", 32762) != std::string::npos) continue;
+    for (std::size_t at; (at = line.find("LOD 0")) != std::string::npos;) line[at + 4] = '1';
+  }
+  platform.messages.clear();
+  checkStore(lod0, model, "edits and the renaming of " + shown(source));
+  SaveFileLOD0(frm, savedPath);
+  FUZZ_CHECK(readBytes(savedPath) == written(model), "saving the edited lines of " + shown(source));
 
   FUZZ_CHECK(readBytes(sourcePath) == source, "the source changed on disk");
   return 0;

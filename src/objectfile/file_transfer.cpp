@@ -3,10 +3,12 @@
 #include <string_view>
 
 #include "mainwindow/main_window.h"
-#include "objectfile/line_reader.h"
 #include "objectfile/line_store.h"
 #include "objectfile/line_writer.h"
+#include "objectfile/source_text.h"
+#include "runtime/failure.h"
 #include "runtime/failure_handling.h"
+#include "text/byte_scan.h"
 
 namespace korvane {
 namespace {
@@ -14,9 +16,27 @@ namespace {
 constexpr std::string_view kLOD0Marker = "[LOD 0]";
 
 void writeStore(LineWriter& writer, const LineStore& store) {
-  for (std::int32_t index = 0, count = store.ListCount(); index < count; ++index) {
-    writer.writeLine(store.List(index));
+  store.ForEachPiece([&](std::string_view bytes, bool lineEndToCome) {
+    if (lineEndToCome) {
+      writer.writeLine(bytes);
+    } else {
+      writer.writeBytes(bytes);
+    }
+  });
+}
+
+// The bytes that the lookups of this opening read, or else the file anew.
+void loadSource(LineStore& store, const std::string& path) {
+  SourceText text;
+  if (takeSharedSource(path, text)) return store.Load(std::move(text));
+  try {
+    readSource(path, text);
+  } catch (const RuntimeFailure&) {
+    // The lines that ended before a failing read stay stored.
+    store.Load(std::move(text));
+    throw;
   }
+  store.Load(std::move(text));
 }
 
 }  // namespace
@@ -26,20 +46,30 @@ void ReadFileLOD0(frmKorvane& frm, const std::string& path) {
     LineStore& store = frm.lstDataLOD0.Store();
     // Cleared before the file is opened, so a file that fails leaves no old lines.
     store.Clear();
-    readLines(path, [&](std::string_view line) { store.AddItem(line); });
+    loadSource(store, path);
   });
 }
 
 void ReadFileLOD1(frmKorvane& frm, const std::string& path) {
   reportAndLeave(frm.platform(), "ReadFileLOD1", [&] {
-    bool found = false;
     LineStore& store = frm.lstDataLOD1.Store();
     store.Clear();
-    readLines(path, [&](std::string_view line) {
-      // Once found, a later marker line is stored like any other.
-      if (!found && line == kLOD0Marker) found = true;
-      if (found) store.AddItem(line);
-    });
+    // Whatever happens, only the lines from the marker on may stay stored.
+    struct KeepFromMarker {
+      LineStore& store;
+      ~KeepFromMarker() {
+        std::int32_t marker = 0;
+        for (auto hit = store.Find(0, kLOD0Marker, detail::findText); hit;
+             hit = store.Find(marker + 1, kLOD0Marker, detail::findText)) {
+          marker = hit->index;
+          if (store.List(marker) == kLOD0Marker) break;
+        }
+        if (store.List(marker) != kLOD0Marker) marker = store.ListCount();
+        // With the gap of the index in front, each of these costs the same.
+        while (marker-- > 0) store.RemoveItem(0);
+      }
+    } keep{store};
+    loadSource(store, path);
   });
 }
 

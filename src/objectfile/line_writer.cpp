@@ -42,6 +42,26 @@ void LineWriter::writeLine(std::string_view text) {
   m_used += kLineEnd.size();
 }
 
+void LineWriter::writeBytes(std::string_view bytes) {
+  if (m_used + bytes.size() <= kLineWriteBufferSize) {
+    std::memcpy(m_buffer.get() + m_used, bytes.data(), bytes.size());
+    m_used += bytes.size();
+    return;
+  }
+  flush();
+  if (bytes.size() < kLineWriteBufferSize) {
+    std::memcpy(m_buffer.get(), bytes.data(), bytes.size());
+    m_used = bytes.size();
+    return;
+  }
+  try {
+    m_file.writeAll(bytes.data(), bytes.size());
+  } catch (const RuntimeFailure&) {
+    m_failed = true;
+    throw;
+  }
+}
+
 void LineWriter::close() {
   flush();
   m_closed = true;

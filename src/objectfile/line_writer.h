@@ -1,6 +1,6 @@
 #pragma once
 // Writes lines to a new or emptied file, each followed by CR LF, through one
-// large buffer.
+// large buffer; long stretches go to the file directly.
 
 #include <cstddef>
 #include <memory>
@@ -24,6 +24,8 @@ class LineWriter {
   LineWriter& operator=(const LineWriter&) = delete;
 
   void writeLine(std::string_view text);
+  // Bytes that already hold their line ends, such as a run of a source.
+  void writeBytes(std::string_view bytes);
   // Writes out the buffer and closes; every failure on the way throws.
   void close();
 

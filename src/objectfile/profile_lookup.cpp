@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "objectfile/profile_service.h"
+#include "objectfile/source_text.h"
 #include "runtime/failure_handling.h"
 #include "runtime/message_box.h"
 #include "runtime/message_frames.h"
@@ -35,9 +36,10 @@ std::string GetINIString(Platform& platform, const std::string& section, const s
   return result;
 }
 
-// The service reads the file anew for every lookup and keeps nothing between
-// two of them, so there is nothing to flush. The call stays so that the
-// loading workflows keep their order should a caching service take its place.
-void FlushProfileCache(const std::string&) {}
+// The service keeps the bytes of the file it last read, so that the lookups,
+// the validation and the store of one opening share one read.
+void FlushProfileCache(const std::string&) {
+  dropSharedSource();
+}
 
 }  // namespace korvane

@@ -1,17 +1,13 @@
 #include "objectfile/profile_service.h"
 
-#include <memory>
+#include <cstring>
 #include <optional>
 
-#include "objectfile/posix_file.h"
-#include "runtime/failure.h"
+#include "objectfile/source_text.h"
+#include "text/byte_scan.h"
 
 namespace korvane {
 namespace {
-
-// Lookups mostly end in the first sections of a file, so a small buffer
-// spares reading what is never looked at.
-constexpr std::size_t kLookupBufferSize = std::size_t{64} << 10;
 
 bool isBlank(char c) {
   return c == ' ' || c == '\t';
@@ -66,6 +62,7 @@ class NameMatcher {
   }
 
   bool matches() const { return !m_mismatch && m_matched == m_wanted.size(); }
+  bool failed() const { return m_mismatch; }
 
  private:
   void compare(char c) {
@@ -143,9 +140,19 @@ class ProfileScanner {
       : m_section(section), m_key(key), m_value(limit) {}
 
   // True once the answer is known: the key found, or its section over.
-  bool feed(const char* data, std::size_t size) {
-    for (const char* end = data + size; data != end; ++data) {
+  bool feed(const char* data, const char* end) {
+    while (data != end) {
+      if (m_state == State::SkipLine) {
+        data = detail::findLineEnd(data, end);
+        if (data == nullptr) return false;
+      } else if (m_state == State::LineStart && !m_inSection) {
+        // Until the section turns up only heads count: a '[' with nothing
+        // but blanks ahead of it on its line.
+        data = nextHead(data, end);
+        if (data == nullptr) return false;
+      }
       if (step(*data)) return true;
+      ++data;
     }
     return false;
   }
@@ -162,6 +169,18 @@ class ProfileScanner {
 
  private:
   enum class State { LineStart, SkipLine, SectionName, Key, Value };
+
+  // The next '[' from lineStart on that opens a line, blanks aside.
+  static const char* nextHead(const char* lineStart, const char* end) {
+    for (const char* from = lineStart;;) {
+      auto* bracket = static_cast<const char*>(std::memchr(from, '[', static_cast<std::size_t>(end - from)));
+      if (bracket == nullptr) return nullptr;
+      const char* before = bracket;
+      while (before != lineStart && isBlank(before[-1])) --before;
+      if (before == lineStart || isLineEnd(before[-1])) return bracket;
+      from = bracket + 1;
+    }
+  }
 
   bool step(char c) {
     if (isLineEnd(c)) return endLine();
@@ -194,6 +213,7 @@ class ProfileScanner {
       case State::Key:
         if (c != '=') {
           m_key.add(c);
+          if (m_key.failed()) m_state = State::SkipLine;
         } else {
           m_state = m_key.matches() ? State::Value : State::SkipLine;
         }
@@ -227,17 +247,15 @@ class ProfileScanner {
 
 std::optional<std::string> lookUp(std::string_view section, std::string_view key, std::size_t limit,
                                   const std::string& path) {
+  // A file that cannot be read has no keys.
+  const SourceText* text = sharedSource(path);
+  if (text == nullptr) return std::nullopt;
+  const char* begin = text->bytes.get();
+  const char* const end = begin + text->size;
+  // A UTF-8 byte-order mark, as several editors write it, is no part of the first line.
+  if (end - begin >= 3 && std::memcmp(begin, "\xEF\xBB\xBF", 3) == 0) begin += 3;
   ProfileScanner scanner(section, key, limit);
-  try {
-    PosixFile file = PosixFile::openForReading(path);
-    auto buffer = std::make_unique_for_overwrite<char[]>(kLookupBufferSize);
-    while (std::size_t count = file.readSome(buffer.get(), kLookupBufferSize)) {
-      if (scanner.feed(buffer.get(), count)) return scanner.value();
-    }
-  } catch (const RuntimeFailure&) {
-    // A file that cannot be read has no keys.
-    return std::nullopt;
-  }
+  if (scanner.feed(begin, end)) return scanner.value();
   scanner.finish();
   return scanner.value();
 }

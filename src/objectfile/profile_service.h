@@ -13,9 +13,10 @@
 //   loses them.
 // - Section and key names match without regard to ASCII case. Only the first
 //   section of the name is searched, and in it the first line of the key.
-// - The file is read anew, front to back, for every lookup and never changed.
-//   Reading stops as soon as the answer is known, and memory stays bounded
-//   however long the file or its lines are.
+// - A UTF-8 byte-order mark at the head of the file is skipped.
+// - The file is read whole once and kept until FlushProfileCache, or until it
+//   changes on disk; it is never changed. The scan skips from line end to
+//   line end, and outside the section from head to head.
 
 #include <cstddef>
 #include <string>

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "objectfile/line_reader.h"
 #include "objectfile/profile_lookup.h"
+#include "objectfile/source_text.h"
 #include "runtime/failure_handling.h"
 #include "runtime/message_box.h"
 #include "text/number_conversion.h"
@@ -44,11 +44,19 @@ bool validateSource(Platform& platform, const std::string& path, SourceRole role
             return refuse("Error Reading KOB File: NumberOfSurfaces Not Found");
           }
         }
-        // The lookups see the keys of a file whose lines end in LF alone, but
-        // the stores would hold it as one line: refused before anything changes.
-        if (firstLineEndIsBareLF(path)) refuse(kBareLineFeedMessage);
+        // The lookups see the keys of a file whose lines end in LF, but the
+        // stores would hold such lines as one: refused before anything changes.
+        // The bytes are those the lookups have just read, so this costs no read.
+        const SourceText* text = sharedSource(path);
+        if (text == nullptr) {
+          accepted = false;
+        } else if (text->bareLineFeed) {
+          refuse(kBareLineFeedMessage);
+        }
       },
       [&](const RuntimeFailure&) { accepted = false; });
+  // A refused file is not read again until it is chosen anew.
+  if (!accepted) dropSharedSource();
   return accepted;
 }
 

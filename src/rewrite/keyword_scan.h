@@ -15,8 +15,9 @@ class LineStore;
 // never matches a letter of the keyword.
 bool holdsKeyword(std::string_view line, std::string_view keyword);
 
-// The index of the first line that holds keyword, if any.
-std::optional<std::int32_t> findKeyword(const LineStore& lines, std::string_view keyword);
+// The index of the first line from `from` on that holds keyword, if any.
+std::optional<std::int32_t> findKeyword(const LineStore& lines, std::string_view keyword,
+                                        std::int32_t from = 0);
 
 // The store has no replace: the new text goes in at index and the old line,
 // now one further down, comes out. Count and order of the others stay. text

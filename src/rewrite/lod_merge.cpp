@@ -1,20 +1,29 @@
 #include "rewrite/lod_merge.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "mainwindow/main_window.h"
 #include "rewrite/keyword_scan.h"
 #include "runtime/failure_handling.h"
 #include "shell/program.h"
+#include "text/byte_scan.h"
 #include "text/delimited_text.h"
 
 namespace korvane {
 
 namespace {
 
+constexpr std::string_view kLod0 = "LOD 0";
+constexpr std::string_view kLod1 = "LOD 1";
 constexpr std::string_view kNumberOfLodKeyword = "NUMBEROFLOD=";
 constexpr std::string_view kAutoLod0Keyword = "AUTOLOD#0=";
 constexpr std::string_view kAutoLod1Keyword = "AUTOLOD#1=";
+constexpr std::string_view kAutoLodHead = "AUTOLOD#";
+// Substitute works in 16-bit positions: a "LOD 0" that starts beyond this
+// one-based position makes it fail.
+constexpr std::size_t kLastRenamedPosition = 32767 - 5;
 
 struct TransitionPoints {
   std::string autoLod0Line;
@@ -39,21 +48,25 @@ void updateTransitionPoints(LineStore& lines, const TransitionPoints& points) {
   bool autoLod0Found = false;
   bool autoLod1Found = false;
   // The scan goes on until both keywords have been met, so every AutoLOD#0
-  // line ahead of the first AutoLOD#1 line is rewritten.
-  for (std::int32_t index = 0; index <= lines.ListCount() && !(autoLod0Found && autoLod1Found); ++index) {
+  // line ahead of the first AutoLOD#1 line is rewritten. Both keywords share
+  // their head, which one search over the stored text finds.
+  for (std::int32_t from = 0; !(autoLod0Found && autoLod1Found);) {
+    const std::optional<std::int32_t> at = findKeyword(lines, kAutoLodHead, from);
+    if (!at) break;
     // Both tests look at the line as read: the view dies with the first replace,
     // and a line holding both keywords ends up as the AutoLOD#1 line.
-    const std::string_view line = lines.List(index);
+    const std::string_view line = lines.List(*at);
     const bool holdsAutoLod0 = holdsKeyword(line, kAutoLod0Keyword);
     const bool holdsAutoLod1 = holdsKeyword(line, kAutoLod1Keyword);
     if (holdsAutoLod0) {
-      replaceLine(lines, index, points.autoLod0Line);
+      replaceLine(lines, *at, points.autoLod0Line);
       autoLod0Found = true;
     }
     if (holdsAutoLod1) {
-      replaceLine(lines, index, points.autoLod1Line);
+      replaceLine(lines, *at, points.autoLod1Line);
       autoLod1Found = true;
     }
+    from = *at + 1;
   }
   if (!autoLod0Found) {
     if (const std::optional<std::int32_t> at = findKeyword(lines, kNumberOfLodKeyword)) {
@@ -89,14 +102,31 @@ void UpdateLODInformation(frmKorvane& frm) {
 void UpdateLOD1(frmKorvane& frm) {
   reportAndLeave(frm.platform(), "UpdateLOD1", [&] {
     LineStore& lines = frm.lstDataLOD1.Store();
-    for (std::int32_t index = 0; index <= lines.ListCount(); ++index) {
-      const std::string_view line = lines.List(index);
-      if (line.find("LOD 0") == std::string_view::npos) continue;
-      const std::string renamed = Substitute(frm.platform(), line, "LOD 0", "LOD 1");
+    // "LOD 1" neither holds "LOD 0" nor forms it with its neighbours, and
+    // "LOD 0" cannot overlap itself: renaming each occurrence where it stands
+    // gives what Substitute gives, as long as Substitute's positions hold.
+    std::vector<std::int32_t> beyondLimit;
+    for (auto hit = lines.Find(0, kLod0, detail::findText); hit;
+         hit = lines.Find(hit->index + 1, kLod0, detail::findText)) {
+      const std::string_view line = lines.List(hit->index);
+      const char* const end = line.data() + line.size();
+      const char* limit = line.data() + std::min(line.size(), kLastRenamedPosition - 1 + kLod0.size());
+      if (line.size() > kLastRenamedPosition - 1 + kLod0.size() &&
+          detail::findText(line.data() + kLastRenamedPosition, end, kLod0) != nullptr) {
+        beyondLimit.push_back(hit->index);
+        continue;
+      }
+      for (const char* at = line.data() + hit->offset; at != nullptr;
+           at = detail::findText(at + kLod0.size(), limit, kLod0)) {
+        lines.Overwrite(hit->index, static_cast<std::size_t>(at - line.data()), kLod1);
+      }
+    }
+    // Such a line goes through Substitute, which tells the author.
+    for (std::int32_t index : beyondLimit) {
+      const std::string renamed = Substitute(frm.platform(), lines.List(index), kLod0, kLod1);
       // A line that holds "LOD 0" never renames to nothing: an empty result is
       // Substitute's failure, already shown, and the author's line must stay.
-      if (renamed.empty()) continue;
-      replaceLine(lines, index, renamed);
+      if (!renamed.empty()) replaceLine(lines, index, renamed);
     }
   });
 }

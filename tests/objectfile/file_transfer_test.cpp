@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
@@ -14,6 +13,7 @@
 #include "runtime/shared_strings.h"
 #include "shell/program.h"
 #include "support/scripted_platform.h"
+#include "support/store_lines.h"
 #include "support/temp_files.h"
 
 namespace korvane {
@@ -25,15 +25,11 @@ using testing::readBytes;
 using testing::TempDir;
 using Lines = std::vector<std::string>;
 
-Lines linesOf(const LineStore& store) {
-  Lines lines;
-  for (std::int32_t i = 0; i < store.ListCount(); ++i) lines.emplace_back(store.List(i));
-  return lines;
-}
+using testing::linesOf;
 
 void fill(LineStore& store, const Lines& lines) {
   store.Clear();
-  for (const auto& line : lines) store.AddItem(line);
+  testing::addLines(store, lines);
 }
 
 class FileTransfer : public ::testing::Test {
@@ -49,93 +45,68 @@ class FileTransfer : public ::testing::Test {
   TempDir dir;
 };
 
-TEST_F(FileTransfer, ReadFileLOD0StoresEveryLineInPlaceOfTheOldOnes) {
-  fill(lod0(), {"old 1", "old 2", "old 3", "old 4"});
-  ReadFileLOD0(frm, dir.write("source.kob", "[Material - 0]\r\nTextureMap=a.tga\r\n\r\n  x = 1\t\r\n"));
-  EXPECT_EQ(linesOf(lod0()), (Lines{"[Material - 0]", "TextureMap=a.tga", "", "  x = 1\t"}));
-  EXPECT_TRUE(platform.messages.empty());
-}
+struct RoundTrip {
+  const char* name;
+  std::string source;
+  Lines stored;
+  std::string saved;
+};
 
-TEST_F(FileTransfer, ReadingAndSavingUnchangedGivesTheSameLinesAllWithCrLf) {
-  std::string path = dir.write("source.kob", "a\rb\r\n\r\nc\nd\r\ne");
-  ReadFileLOD0(frm, path);
-  SaveFileLOD0(frm, dir.file("out.kob"));
-  EXPECT_EQ(readBytes(dir.file("out.kob")), "a\r\nb\r\n\r\nc\nd\r\ne\r\n");
-}
-
-TEST_F(FileTransfer, LfOnlySourceIsOneLineAndComesBackWithOneCrLfAtTheEnd) {
-  ReadFileLOD0(frm, dir.write("source.kob", "[A]\nk=v\n"));
-  EXPECT_EQ(lod0().ListCount(), 1);
-  SaveFileLOD0(frm, dir.file("out.kob"));
-  EXPECT_EQ(readBytes(dir.file("out.kob")), "[A]\nk=v\n\r\n");
-}
-
-TEST_F(FileTransfer, SavingOverTheFileTheStoreWasReadFromWorks) {
-  std::string path = dir.write("source.kob", "one\rtwo\r");
-  ReadFileLOD0(frm, path);
-  lod0().AddItem("three");
-  SaveFileLOD0(frm, path);
-  EXPECT_EQ(readBytes(path), crlf({"one", "two", "three"}));
+// Read into the LOD 0 store in place of old lines, then saved over the source.
+TEST_F(FileTransfer, ReadingAndSavingGivesTheLinesEachWithCrLf) {
+  const RoundTrip cases[] = {
+      {"blanks and empty lines",
+       "[M]\r\n\r\n  x = 1\t\r\n",
+       {"[M]", "", "  x = 1\t"},
+       "[M]\r\n\r\n  x = 1\t\r\n"},
+      {"CR, LF and no end", "a\rb\r\nc\nd\r\ne", {"a", "b", "c\nd", "e"}, "a\r\nb\r\nc\nd\r\ne\r\n"},
+      {"LF only is one line", "a\nb\n", {"a\nb\n"}, "a\nb\n\r\n"},
+      {"empty", "", {}, ""},
+  };
+  for (const RoundTrip& c : cases) {
+    fill(lod0(), {"old 1", "old 2", "old 3", "old 4", "old 5"});
+    std::string path = dir.write("source.kob", c.source);
+    ReadFileLOD0(frm, path);
+    EXPECT_EQ(linesOf(lod0()), c.stored) << c.name;
+    SaveFileLOD0(frm, path);
+    EXPECT_EQ(readBytes(path), c.saved) << c.name;
+    SaveFileCombined(frm, path);
+    EXPECT_EQ(readBytes(path), c.saved) << c.name;
+  }
   EXPECT_TRUE(platform.messages.empty());
 }
 
 TEST_F(FileTransfer, SaveFileCombinedWritesLOD1DirectlyBehindLOD0) {
-  fill(lod0(), {"[LOD 0]", "a", ""});
-  fill(lod1(), {"[LOD 1]", "b"});
-  SaveFileCombined(frm, dir.file("out.kob"));
-  EXPECT_EQ(readBytes(dir.file("out.kob")), crlf({"[LOD 0]", "a", "", "[LOD 1]", "b"}));
-  EXPECT_EQ(linesOf(lod0()), (Lines{"[LOD 0]", "a", ""}));
-  EXPECT_EQ(linesOf(lod1()), (Lines{"[LOD 1]", "b"}));
-}
-
-TEST_F(FileTransfer, SaveFileCombinedWithEmptyLOD1WritesWhatSaveFileLOD0Writes) {
-  fill(lod0(), {"x", "", "y"});
-  SaveFileLOD0(frm, dir.file("alone.kob"));
-  SaveFileCombined(frm, dir.file("combined.kob"));
-  EXPECT_EQ(readBytes(dir.file("combined.kob")), readBytes(dir.file("alone.kob")));
-  EXPECT_EQ(readBytes(dir.file("combined.kob")), crlf({"x", "", "y"}));
-}
-
-TEST_F(FileTransfer, SavingTwoEmptyStoresLeavesAnEmptyFileInPlaceOfTheOldOne) {
-  std::string path = dir.write("out.kob", "old content\r\n");
+  fill(lod0(), {"a", "b"});
+  fill(lod1(), {"[LOD 1]", "c"});
+  std::string path = dir.file("out.kob");
   SaveFileCombined(frm, path);
-  EXPECT_TRUE(std::filesystem::exists(path));
-  EXPECT_EQ(readBytes(path), "");
+  EXPECT_EQ(readBytes(path), crlf({"a", "b", "[LOD 1]", "c"}));
 }
 
 struct MarkerCase {
   const char* name;
   std::string bytes;
   Lines stored;
-  friend void PrintTo(const MarkerCase& c, std::ostream* os) { *os << c.name; }
 };
 
-class ReadFileLOD1Marker : public FileTransfer, public ::testing::WithParamInterface<MarkerCase> {};
-
-TEST_P(ReadFileLOD1Marker, StoresFromTheFirstExactMarkerLineOn) {
-  fill(lod1(), {"left over"});
-  ReadFileLOD1(frm, dir.write("lod1.kob", GetParam().bytes));
-  EXPECT_EQ(linesOf(lod1()), GetParam().stored);
+TEST_F(FileTransfer, ReadFileLOD1StoresFromTheFirstExactMarkerLineOn) {
+  const MarkerCase cases[] = {
+      {"lines ahead dropped", crlf({"[Material - 0]", "[LOD 0]", "v 1"}), {"[LOD 0]", "v 1"}},
+      {"second marker is ordinary", crlf({"a", "[LOD 0]", "b", "[LOD 0]"}), {"[LOD 0]", "b", "[LOD 0]"}},
+      {"near misses are no marker", crlf({"[lod 0]", " [LOD 0]", "[LOD 0] ", "x[LOD 0]"}), {}},
+      {"last line without end", "a\r\n[LOD 0]", {"[LOD 0]"}},
+      {"CR only", "a\r[LOD 0]\rb\r", {"[LOD 0]", "b"}},
+      {"LF only", "a\n[LOD 0]\nb\n", {}},
+  };
+  for (const MarkerCase& c : cases) {
+    fill(lod1(), {"left over"});
+    ReadFileLOD1(frm, dir.write("lod1.kob", c.bytes));
+    EXPECT_EQ(linesOf(lod1()), c.stored) << c.name;
+  }
   EXPECT_TRUE(platform.messages.empty());
   EXPECT_EQ(lod0().ListCount(), 0);
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ReadFileLOD1Marker,
-    ::testing::Values(MarkerCase{"LinesAheadOfTheMarkerDropped",
-                                 crlf({"[Material - 0]", "TextureMap=b.tga", "[LOD 0]", "v 1", "v 2"}),
-                                 {"[LOD 0]", "v 1", "v 2"}},
-                      MarkerCase{"NoMarkerStoresNothing", crlf({"[Material - 0]", "TextureMap=b.tga"}), {}},
-                      MarkerCase{"SecondMarkerIsAnOrdinaryLine",
-                                 crlf({"a", "[LOD 0]", "b", "[LOD 0]", "c"}),
-                                 {"[LOD 0]", "b", "[LOD 0]", "c"}},
-                      MarkerCase{"OtherCapitalsAreNoMarker", crlf({"[lod 0]", "a"}), {}},
-                      MarkerCase{"BlankAheadIsNoMarker", crlf({" [LOD 0]", "a"}), {}},
-                      MarkerCase{"BlankBehindIsNoMarker", crlf({"[LOD 0] ", "a"}), {}},
-                      MarkerCase{"MarkerAsLastLineWithoutLineEnd", "a\r\n[LOD 0]", {"[LOD 0]"}},
-                      MarkerCase{"CrOnlyLineEnds", "a\r[LOD 0]\rb\r", {"[LOD 0]", "b"}},
-                      MarkerCase{"LfOnlyFileHasNoMarkerLine", "a\n[LOD 0]\nb\n", {}}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 // Ignores SIGXFSZ and caps the size of files this process writes, so that a
 // write stops half way as on a full disk.
@@ -161,87 +132,50 @@ class FileSizeLimit {
 TEST_F(FileTransfer, WriteFailingHalfWayLeavesThePartialFileAndTheStores) {
   Lines lines;
   std::string allBytes;
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 200000; ++i) {
     lines.push_back("line " + std::to_string(i));
     allBytes += lines.back() + "\r\n";
   }
-  fill(lod0(), lines);
+  // Read from a file, so that the lines go out as one run of the source.
+  ReadFileLOD0(frm, dir.write("source.kob", allBytes));
   fill(lod1(), {"[LOD 1]"});
   std::string path = dir.file("out.kob");
   {
-    FileSizeLimit limit(100);
+    FileSizeLimit limit(1500000);
     SaveFileCombined(frm, path);
   }
   EXPECT_EQ(platform.messages, (Lines{"Unexpected error in SaveFileCombined: Disk full ( 61)"}));
-  EXPECT_EQ(readBytes(path), allBytes.substr(0, 100));
+  EXPECT_EQ(readBytes(path), allBytes.substr(0, 1500000));
   EXPECT_EQ(linesOf(lod0()), lines);
   EXPECT_EQ(linesOf(lod1()), (Lines{"[LOD 1]"}));
 }
 
-TEST_F(FileTransfer, ReadOnlyTargetIsRefusedAndKeepsItsContent) {
-  std::string path = dir.write("locked.kob", "keep\r\n");
-  std::filesystem::permissions(path, std::filesystem::perms::owner_read);
-  if (::access(path.c_str(), W_OK) == 0) GTEST_SKIP() << "this user may write any file";
-  fill(lod0(), {"a"});
-  SaveFileLOD0(frm, path);
-  EXPECT_EQ(platform.messages, (Lines{"Unexpected error in SaveFileLOD0: Path/File access error ( 75)"}));
-  EXPECT_EQ(readBytes(path), "keep\r\n");
-}
-
 struct FailureCase {
-  const char* name;
   void (*procedure)(frmKorvane&, const std::string&);
   const char* target;  // inside the test's directory; "" is the directory itself
   std::string message;
-  friend void PrintTo(const FailureCase& c, std::ostream* os) { *os << c.name; }
 };
 
-class TransferFailure : public FileTransfer, public ::testing::WithParamInterface<FailureCase> {};
-
-TEST_P(TransferFailure, ShowsOneMessageInTheProcedureFrame) {
-  fill(lod0(), {"zero"});
-  fill(lod1(), {"one"});
-  std::string target = *GetParam().target ? dir.file(GetParam().target) : dir.path().string();
-  GetParam().procedure(frm, target);
-  EXPECT_EQ(platform.messages, (Lines{GetParam().message}));
-  // Nothing is created where the target cannot be opened.
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 0);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, TransferFailure,
-    ::testing::Values(FailureCase{"ReadLOD0MissingFile", ReadFileLOD0, "absent.kob",
-                                  "Unexpected error in ReadFileLOD0: File not found ( 53)"},
-                      FailureCase{"ReadLOD1MissingFile", ReadFileLOD1, "absent.kob",
-                                  "Unexpected error in ReadFileLOD1: File not found ( 53)"},
-                      FailureCase{"ReadLOD0Directory", ReadFileLOD0, "",
-                                  "Unexpected error in ReadFileLOD0: Path/File access error ( 75)"},
-                      FailureCase{"ReadLOD1MissingDirectory", ReadFileLOD1, "absent/lod1.kob",
-                                  "Unexpected error in ReadFileLOD1: Path not found ( 76)"},
-                      FailureCase{"SaveLOD0Directory", SaveFileLOD0, "",
-                                  "Unexpected error in SaveFileLOD0: Path/File access error ( 75)"},
-                      FailureCase{"SaveLOD0MissingDirectory", SaveFileLOD0, "absent/out.kob",
-                                  "Unexpected error in SaveFileLOD0: Path not found ( 76)"},
-                      FailureCase{"SaveCombinedMissingDirectory", SaveFileCombined, "absent/out.kob",
-                                  "Unexpected error in SaveFileCombined: Path not found ( 76)"}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(FileTransfer, FailedReadLeavesOnlyItsOwnStoreCleared) {
-  fill(lod0(), {"zero"});
-  fill(lod1(), {"one"});
-  ReadFileLOD0(frm, dir.file("absent.kob"));
-  EXPECT_EQ(lod0().ListCount(), 0);
-  EXPECT_EQ(linesOf(lod1()), (Lines{"one"}));
-  ReadFileLOD1(frm, dir.file("absent.kob"));
-  EXPECT_EQ(lod1().ListCount(), 0);
-}
-
-TEST_F(FileTransfer, FailedSaveLeavesBothStoresAsTheyWere) {
-  fill(lod0(), {"zero"});
-  fill(lod1(), {"one"});
-  SaveFileCombined(frm, dir.path().string());
-  EXPECT_EQ(linesOf(lod0()), (Lines{"zero"}));
-  EXPECT_EQ(linesOf(lod1()), (Lines{"one"}));
+// A failed read leaves its own store empty, a failed save both as they were,
+// and nothing is created where the target cannot be opened.
+TEST_F(FileTransfer, FailuresShowOneMessageInTheProcedureFrame) {
+  const FailureCase cases[] = {
+      {ReadFileLOD0, "absent.kob", "Unexpected error in ReadFileLOD0: File not found ( 53)"},
+      {ReadFileLOD0, "", "Unexpected error in ReadFileLOD0: Path/File access error ( 75)"},
+      {ReadFileLOD1, "absent/lod1.kob", "Unexpected error in ReadFileLOD1: Path not found ( 76)"},
+      {SaveFileLOD0, "", "Unexpected error in SaveFileLOD0: Path/File access error ( 75)"},
+      {SaveFileCombined, "absent/out.kob", "Unexpected error in SaveFileCombined: Path not found ( 76)"},
+  };
+  for (const FailureCase& c : cases) {
+    fill(lod0(), {"zero"});
+    fill(lod1(), {"one"});
+    platform.messages.clear();
+    c.procedure(frm, *c.target ? dir.file(c.target) : dir.path().string());
+    EXPECT_EQ(platform.messages, (Lines{c.message}));
+    EXPECT_EQ(linesOf(lod0()), c.procedure == ReadFileLOD0 ? Lines{} : Lines{"zero"}) << c.message;
+    EXPECT_EQ(linesOf(lod1()), c.procedure == ReadFileLOD1 ? Lines{} : Lines{"one"}) << c.message;
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 0);
+  }
 }
 
 }  // namespace

@@ -1,11 +1,15 @@
+// The material steps on a store loaded as from a file, each case run twice
+// as a save repeated with the same controls: the second changes nothing.
+
 #include "rewrite/material_lines.h"
 
 #include <gtest/gtest.h>
 
-#include <ostream>
+#include <cstring>
 #include <string>
 #include <vector>
 
+#include "objectfile/source_text.h"
 #include "runtime/shared_strings.h"
 #include "shell/program.h"
 #include "support/scripted_platform.h"
@@ -15,214 +19,64 @@ namespace korvane {
 namespace {
 
 using Lines = std::vector<std::string>;
-
 const std::string kNotFound = "The TextureMap keyword was not found in your KOB file";
 
-class MaterialLines : public ::testing::Test {
- protected:
-  MaterialLines() {
-    AppTitleName = "Korvane";
-    frm.txtTextureMap.SetText("wall.tga");
-    frm.mskColorKey0.SetText("12");
-    frm.mskColorKey1.SetText("0");
-    frm.mskColorKey2.SetText("255");
-  }
-
-  void load(const Lines& lines) { testing::addLines(frm.lstDataLOD0.Store(), lines); }
-  Lines stored() const { return testing::linesOf(frm.lstDataLOD0.Store()); }
-
-  testing::ScriptedPlatform platform;
-  Program program{platform};
-  frmKorvane& frm = program.MainWindow();
-};
-
-// UpdateTextureMapLOD0
-
-struct TextureMapCase {
-  const char* name;
-  Lines before;
-  Lines after;
-  bool reportsMissingKeyword;
-};
-
-void PrintTo(const TextureMapCase& row, std::ostream* out) {
-  *out << row.name;
-}
-
-class TextureMapRewrite : public MaterialLines, public ::testing::WithParamInterface<TextureMapCase> {};
-
-TEST_P(TextureMapRewrite, RewritesTheFirstHoldingLineOrReports) {
-  load(GetParam().before);
-  UpdateTextureMapLOD0(frm);
-  EXPECT_EQ(stored(), GetParam().after);
-  EXPECT_EQ(platform.messages, GetParam().reportsMissingKeyword ? Lines{kNotFound} : Lines{});
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, TextureMapRewrite,
-    ::testing::Values(TextureMapCase{"ReplacesInPlace",
-                                     {"[Material - 0]", "TextureMap=old.tga", "Shine=3"},
-                                     {"[Material - 0]", "TextureMap=wall.tga", "Shine=3"},
-                                     false},
-                      TextureMapCase{"SmallLetterKeyComesOutInExactCapitals",
-                                     {"[Material - 0]", "texturemap=old.tga"},
-                                     {"[Material - 0]", "TextureMap=wall.tga"},
-                                     false},
-                      TextureMapCase{"LeadingBlanksAndTrailingTextAreLost",
-                                     {"   TEXTUREMAP=old.tga ; note"},
-                                     {"TextureMap=wall.tga"},
-                                     false},
-                      TextureMapCase{"CommentAheadTakesTheHitAndTheRealLineKeepsItsValue",
-                                     {"; TextureMap=draft.tga", "[Material - 0]", "TextureMap=old.tga"},
-                                     {"TextureMap=wall.tga", "[Material - 0]", "TextureMap=old.tga"},
-                                     false},
-                      TextureMapCase{"SecondLodKeepsItsOwnTextureMap",
-                                     {"TextureMap=hi.tga", "[LOD 1]", "TextureMap=lo.tga"},
-                                     {"TextureMap=wall.tga", "[LOD 1]", "TextureMap=lo.tga"},
-                                     false},
-                      TextureMapCase{"LastLineIsFound",
-                                     {"a", "b", "TextureMap=old.tga"},
-                                     {"a", "b", "TextureMap=wall.tga"},
-                                     false},
-                      TextureMapCase{"BlankBeforeEqualsSignIsNotFound",
-                                     {"[Material - 0]", "TextureMap =old.tga"},
-                                     {"[Material - 0]", "TextureMap =old.tga"},
-                                     true},
-                      TextureMapCase{"EmptyStoreReports", {}, {}, true}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(MaterialLines, TextureMapValueIsWrittenAsTyped) {
-  frm.txtTextureMap.SetText(" my map.tga ");
-  load({"TextureMap=old.tga"});
-  UpdateTextureMapLOD0(frm);
-  EXPECT_EQ(stored(), Lines{"TextureMap= my map.tga "});
-}
-
-TEST_F(MaterialLines, MissingTextureMapMessageCarriesTheTitle) {
-  load({"Shine=3"});
-  UpdateTextureMapLOD0(frm);
-  ASSERT_EQ(platform.messages, Lines{kNotFound});
-  EXPECT_EQ(platform.messageTitles, Lines{"Korvane"});
-}
-
-// UpdateColorKeyLOD0
-
-struct ColorKeyCase {
-  const char* name;
+struct MaterialCase {
   int colorKey;  // Value of chkAddColorKey
   Lines before;
   Lines after;
+  bool reportsMissingTextureMap = false;
 };
 
-void PrintTo(const ColorKeyCase& row, std::ostream* out) {
-  *out << row.name;
-}
-
-class ColorKeyRewrite : public MaterialLines, public ::testing::WithParamInterface<ColorKeyCase> {};
-
-TEST_P(ColorKeyRewrite, FollowsTheTable) {
-  frm.chkAddColorKey.SetValue(GetParam().colorKey);
-  load(GetParam().before);
-  UpdateColorKeyLOD0(frm);
-  EXPECT_EQ(stored(), GetParam().after);
-  EXPECT_EQ(platform.messages, Lines{});
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, ColorKeyRewrite,
-    ::testing::Values(
-        ColorKeyCase{"OffNoColorKeyWithTextureMapChangesNothing",
-                     0,
-                     {"[Material - 0]", "TextureMap=a.tga", "Shine=3"},
-                     {"[Material - 0]", "TextureMap=a.tga", "Shine=3"}},
-        ColorKeyCase{"OffNoColorKeyNoTextureMapChangesNothing", 0, {"Shine=3"}, {"Shine=3"}},
-        ColorKeyCase{"OffRemovesOnlyTheFirstColorKeyLine",
-                     0,
-                     {"TextureMap=a.tga", "ColorKey=1,2,3", "Shine=3", "ColorKey=4,5,6"},
-                     {"TextureMap=a.tga", "Shine=3", "ColorKey=4,5,6"}},
-        ColorKeyCase{"OffRemovesWithoutTextureMap", 0, {"x", "colorkey=1,2,3", "y"}, {"x", "y"}},
-        ColorKeyCase{"OffRemovesACommentThatComesFirst",
-                     0,
-                     {"; ColorKey=0,0,0 was tried", "TextureMap=a.tga", "ColorKey=1,2,3"},
-                     {"TextureMap=a.tga", "ColorKey=1,2,3"}},
-        ColorKeyCase{"OnReplacesInPlaceFarFromTextureMap",
-                     1,
-                     {"TextureMap=a.tga", "Shine=3", "[Other]", "  colorKey=9,9,9 ; old"},
-                     {"TextureMap=a.tga", "Shine=3", "[Other]", "ColorKey=12,0,255"}},
-        ColorKeyCase{"OnReplacesOnlyTheFirst",
-                     1,
-                     {"ColorKey=1,2,3", "ColorKey=4,5,6"},
-                     {"ColorKey=12,0,255", "ColorKey=4,5,6"}},
-        ColorKeyCase{"OnReplacesWithoutTextureMap", 1, {"ColorKey=1,2,3"}, {"ColorKey=12,0,255"}},
-        ColorKeyCase{
-            "OnInsertsBehindTheFirstTextureMapLine",
-            1,
-            {"[Material - 0]", "TextureMap=a.tga", "Shine=3", "TextureMap=b.tga"},
-            {"[Material - 0]", "TextureMap=a.tga", "ColorKey=12,0,255", "Shine=3", "TextureMap=b.tga"}},
-        ColorKeyCase{"OnAppendsBehindATextureMapOnTheLastLine",
-                     1,
-                     {"[Material - 0]", "TextureMap=a.tga"},
-                     {"[Material - 0]", "TextureMap=a.tga", "ColorKey=12,0,255"}},
-        ColorKeyCase{"OnNoColorKeyNoTextureMapChangesNothing", 1, {"Shine=3"}, {"Shine=3"}},
-        ColorKeyCase{"GrayedCountsAsOn", 2, {"TextureMap=a.tga"}, {"TextureMap=a.tga", "ColorKey=12,0,255"}},
-        ColorKeyCase{"OnKeyWithBlankBeforeEqualsSignStaysAndGetsACompanion",
-                     1,
-                     {"TextureMap=a.tga", "ColorKey =1,2,3"},
-                     {"TextureMap=a.tga", "ColorKey=12,0,255", "ColorKey =1,2,3"}},
-        ColorKeyCase{"OffKeyWithBlankBeforeEqualsSignStays",
-                     0,
-                     {"TextureMap=a.tga", "ColorKey =1,2,3"},
-                     {"TextureMap=a.tga", "ColorKey =1,2,3"}},
-        ColorKeyCase{"OnEmptyStore", 1, {}, {}}, ColorKeyCase{"OffEmptyStore", 0, {}, {}}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(MaterialLines, SaveOrderPutsTheNewNameAheadOfTheNewColorKey) {
-  frm.chkAddColorKey.SetValue(1);
-  load({"[Material - 0]", "texturemap = wrong", "TextureMap=old.tga", "Shine=3"});
-  UpdateTextureMapLOD0(frm);
-  UpdateColorKeyLOD0(frm);
-  EXPECT_EQ(stored(), (Lines{"[Material - 0]", "texturemap = wrong", "TextureMap=wall.tga",
-                             "ColorKey=12,0,255", "Shine=3"}));
-}
-
-TEST_F(MaterialLines, RepeatedSavesFollowTheControls) {
-  const Lines source{"[Material - 0]", "TextureMap=old.tga", "Shine=3"};
-  load(source);
-  auto save = [&] {
-    UpdateTextureMapLOD0(frm);
-    UpdateColorKeyLOD0(frm);
+TEST(MaterialLines, TextureMapThenColorKeyFollowTheTables) {
+  const MaterialCase cases[] = {
+      {0,
+       {"; TextureMap=draft", "   texturemap=old ; x", "Shine"},
+       {"TextureMap= m.tga ", "   texturemap=old ; x", "Shine"}},
+      {0, {"TextureMap=hi", "[LOD 1]", "TextureMap=lo"}, {"TextureMap= m.tga ", "[LOD 1]", "TextureMap=lo"}},
+      {0, {"TextureMap =old", "x"}, {"TextureMap =old", "x"}, true},
+      {1, {}, {}, true},
+      {0, {"TextureMap=a", "colorKey=1,2,3", "S"}, {"TextureMap= m.tga ", "S"}},
+      {1,
+       {"TextureMap=a", "S", "  colorKey=9 ; old", "ColorKey=4"},
+       {"TextureMap= m.tga ", "S", "ColorKey=12,0,255", "ColorKey=4"}},
+      {1,
+       {"M", "TextureMap=a", "S", "TextureMap=b"},
+       {"M", "TextureMap= m.tga ", "ColorKey=12,0,255", "S", "TextureMap=b"}},
+      {2, {"M", "TextureMap=a"}, {"M", "TextureMap= m.tga ", "ColorKey=12,0,255"}},
+      {1, {"TextureMap=a", "ColorKey =1"}, {"TextureMap= m.tga ", "ColorKey=12,0,255", "ColorKey =1"}},
+      {0, {"ColorKey =1", "TextureMap=a"}, {"ColorKey =1", "TextureMap= m.tga "}},
+      {1, {"S"}, {"S"}, true},
   };
-
-  frm.chkAddColorKey.SetValue(1);
-  save();
-  const Lines withColorKey{"[Material - 0]", "TextureMap=wall.tga", "ColorKey=12,0,255", "Shine=3"};
-  EXPECT_EQ(stored(), withColorKey);
-  save();
-  EXPECT_EQ(stored(), withColorKey) << "unchanged controls leave the lines as they are";
-
-  frm.mskColorKey1.SetText("7");
-  save();
-  EXPECT_EQ(stored(), (Lines{"[Material - 0]", "TextureMap=wall.tga", "ColorKey=12,7,255", "Shine=3"}));
-
-  frm.chkAddColorKey.SetValue(0);
-  save();
-  EXPECT_EQ(stored(), (Lines{"[Material - 0]", "TextureMap=wall.tga", "Shine=3"}));
-
-  frm.chkAddColorKey.SetValue(1);
-  frm.txtTextureMap.SetText("stone.tga");
-  save();
-  EXPECT_EQ(stored(), (Lines{"[Material - 0]", "TextureMap=stone.tga", "ColorKey=12,7,255", "Shine=3"}));
-  EXPECT_EQ(platform.messages, Lines{});
-}
-
-TEST_F(MaterialLines, LeavesTheLowDetailLinesAlone) {
-  frm.chkAddColorKey.SetValue(1);
-  testing::addLines(frm.lstDataLOD1.Store(), {"[LOD 0]", "TextureMap=lo.tga", "ColorKey=1,1,1"});
-  load({"TextureMap=hi.tga"});
-  UpdateTextureMapLOD0(frm);
-  UpdateColorKeyLOD0(frm);
-  EXPECT_EQ(testing::linesOf(frm.lstDataLOD1.Store()),
-            (Lines{"[LOD 0]", "TextureMap=lo.tga", "ColorKey=1,1,1"}));
+  AppTitleName = "Korvane";
+  for (const MaterialCase& c : cases) {
+    testing::ScriptedPlatform platform;
+    Program program{platform};
+    frmKorvane& frm = program.MainWindow();
+    frm.txtTextureMap.SetText(" m.tga ");
+    frm.mskColorKey0.SetText("12");
+    frm.mskColorKey1.SetText("0");
+    frm.mskColorKey2.SetText("255");
+    frm.chkAddColorKey.SetValue(c.colorKey);
+    std::string bytes;
+    for (const std::string& line : c.before) bytes += line + "\r\n";
+    SourceText text;
+    text.bytes = std::make_unique<char[]>(bytes.size() + 1);
+    std::memcpy(text.bytes.get(), bytes.data(), bytes.size());
+    text.size = bytes.size();
+    text.carriageReturns = c.before.size();
+    frm.lstDataLOD0.Store().Load(std::move(text));
+    testing::addLines(frm.lstDataLOD1.Store(), {"TextureMap=lo", "ColorKey=1"});
+    for (int save = 0; save < 2; ++save) {
+      UpdateTextureMapLOD0(frm);
+      UpdateColorKeyLOD0(frm);
+      EXPECT_EQ(testing::linesOf(frm.lstDataLOD0.Store()), c.after)
+          << c.before.size() << " lines, save " << save;
+    }
+    const Lines reports = c.reportsMissingTextureMap ? Lines{kNotFound, kNotFound} : Lines{};
+    EXPECT_EQ(platform.messages, reports);
+    EXPECT_EQ(testing::linesOf(frm.lstDataLOD1.Store()), (Lines{"TextureMap=lo", "ColorKey=1"}));
+  }
 }
 
 }  // namespace

@@ -1,0 +1,128 @@
+#include "objectfile/source_text.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "objectfile/posix_file.h"
+#include "runtime/failure.h"
+#include "text/byte_scan.h"
+
+namespace korvane {
+namespace {
+
+// Counting the line ends of each piece right after it arrives finds it still
+// in the processor's cache.
+constexpr std::size_t kReadPiece = std::size_t{256} << 10;
+
+struct FileIdentity {
+  dev_t device = 0;
+  ino_t inode = 0;
+  off_t size = 0;
+  timespec modified{};
+  timespec changed{};
+
+  bool operator==(const FileIdentity& other) const {
+    return device == other.device && inode == other.inode && size == other.size &&
+           modified.tv_sec == other.modified.tv_sec && modified.tv_nsec == other.modified.tv_nsec &&
+           changed.tv_sec == other.changed.tv_sec && changed.tv_nsec == other.changed.tv_nsec;
+  }
+};
+
+bool identify(const std::string& path, FileIdentity& identity) {
+  struct stat info {};
+  if (::stat(path.c_str(), &info) != 0) return false;
+  identity = {info.st_dev, info.st_ino, info.st_size, info.st_mtim, info.st_ctim};
+  return true;
+}
+
+// The bytes read for one path; a second file opened replaces them.
+struct SharedSource {
+  bool held = false;
+  std::string path;
+  FileIdentity identity;
+  SourceText text;
+};
+
+SharedSource& shared() {
+  static SharedSource source;
+  return source;
+}
+
+}  // namespace
+
+void readSource(const std::string& path, SourceText& text) {
+  text = SourceText{};
+  PosixFile file = PosixFile::openForReading(path);
+  // The size is only a first guess: the file may grow while it is read.
+  struct stat info {};
+  std::size_t capacity = ::stat(path.c_str(), &info) == 0 && info.st_size > 0
+                             ? static_cast<std::size_t>(info.st_size) + 1
+                             : kReadPiece;
+  text.bytes = std::make_unique_for_overwrite<char[]>(capacity);
+  detail::LineEndCounter counter;
+  try {
+    for (;;) {
+      if (text.size == capacity) {
+        std::size_t grown = capacity + std::max(capacity / 2, kReadPiece);
+        auto bigger = std::make_unique_for_overwrite<char[]>(grown);
+        std::memcpy(bigger.get(), text.bytes.get(), text.size);
+        text.bytes = std::move(bigger);
+        capacity = grown;
+      }
+      std::size_t count =
+          file.readSome(text.bytes.get() + text.size, std::min(kReadPiece, capacity - text.size));
+      if (count == 0) break;
+      counter.add(text.bytes.get() + text.size, text.bytes.get() + text.size + count);
+      text.size += count;
+    }
+  } catch (const RuntimeFailure&) {
+    // The lines that ended before the failure count as read; the one it cut does not.
+    const char* bytes = text.bytes.get();
+    const void* lastEnd = ::memrchr(bytes, '\r', text.size);
+    std::size_t keep = lastEnd ? static_cast<std::size_t>(static_cast<const char*>(lastEnd) - bytes) + 1 : 0;
+    if (keep > 0 && keep < text.size && bytes[keep] == '\n') ++keep;
+    text.size = keep;
+    text.carriageReturns = static_cast<std::size_t>(std::count(bytes, bytes + keep, '\r'));
+    throw;
+  }
+  text.carriageReturns = counter.carriageReturns();
+  text.bareLineFeed = counter.bareLineFeed();
+}
+
+const SourceText* sharedSource(const std::string& path) {
+  SharedSource& source = shared();
+  FileIdentity identity;
+  if (!identify(path, identity)) return nullptr;
+  if (source.held && source.path == path && source.identity == identity) return &source.text;
+  dropSharedSource();
+  try {
+    readSource(path, source.text);
+  } catch (const RuntimeFailure&) {
+    source.text = SourceText{};
+    return nullptr;
+  }
+  source.held = true;
+  source.path = path;
+  source.identity = identity;
+  return &source.text;
+}
+
+bool takeSharedSource(const std::string& path, SourceText& text) {
+  SharedSource& source = shared();
+  FileIdentity identity;
+  bool fresh = source.held && source.path == path && identify(path, identity) && source.identity == identity;
+  if (fresh) text = std::move(source.text);
+  dropSharedSource();
+  return fresh;
+}
+
+void dropSharedSource() {
+  SharedSource& source = shared();
+  source.held = false;
+  source.path.clear();
+  source.text = SourceText{};
+}
+
+}  // namespace korvane
