@@ -71,16 +71,6 @@ Lines writtenLines(std::string_view bytes) {
   return lines;
 }
 
-// TODO(after the mixed-line-end fix is merged): delete this and its uses. A
-// stored line holding an LF is to be refused when the source is opened; until
-// then such a source is accepted here, and so it is skipped as refused.
-bool holdsBareLF(std::string_view bytes) {
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    if (bytes[i] == '\n' && (i == 0 || bytes[i - 1] != '\r')) return true;
-  }
-  return false;
-}
-
 bool holdsRewrittenKeyword(const std::string& line) {
   std::string upper = line;
   for (char& c : upper) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -153,7 +143,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::size_t split = rest.find(kSplit);
   const std::string_view lod0Bytes = rest.substr(0, split);
   const std::string_view lod1Bytes = split == rest.npos ? lod0Bytes : rest.substr(split + kSplit.size());
-  if (holdsBareLF(lod0Bytes) || ((flags & 1) && holdsBareLF(lod1Bytes))) return 0;
 
   const std::string lod0Path = scratchFile("lod0.kob");
   const std::string lod1Path = scratchFile("lod1.kob");
