@@ -1,5 +1,4 @@
-// The program started on a machine without a display says so in one line.
-
+// Started on a machine without a display, the program says so in one line.
 #include <gtest/gtest.h>
 
 #include <QProcess>

@@ -1,5 +1,6 @@
-// The main window's keys: Enter clicks the default button unless a button has
-// the focus, Esc does nothing, and an access key clicks only an enabled button.
+// Keys that the windows handle themselves: Enter in a field of the main window
+// clicks its default button, and an access key clicks only an enabled button,
+// after the field that had the focus has been left.
 
 #include "qt/main_window_view.h"
 
@@ -8,34 +9,36 @@
 namespace korvane {
 namespace {
 
-class MainWindowViewTest : public testing::QtWindowTest {
- protected:
-  void SetUp() override { start(); }
-  std::size_t dialogs() const { return platform.dialogTitles.size(); }
-};
+class WindowKeys : public testing::QtWindowTest {};
 
-TEST_F(MainWindowViewTest, EnterClicksBrowseLOD0UnlessAButtonHasTheFocus) {
-  openLOD0(dir.write("a.kob", testing::source("wood.tga")));
-  for (const char* focus : {"txtTextureMap", "chkAddLOD1", "btnBrowseLOD0"}) {
-    mainWidget(focus)->setFocus();
-    platform.answers.push_back(std::nullopt);
-    QTest::keyClick(mainWidget(focus), Qt::Key_Enter);
-    EXPECT_EQ(platform.dialogTitles.back(), "Open KOB File (LOD 0)") << focus;
-  }
-  EXPECT_EQ(dialogs(), 4u);
-  QTest::keyClick(mainWidget("btnViewHelp"), Qt::Key_Return);
-  QTest::keyClick(mainWidget("btnViewHelp"), Qt::Key_Escape);
-  EXPECT_EQ(dialogs(), 4u);
-  EXPECT_TRUE(platform.windowWidget(frm).isVisible());
-}
-
-TEST_F(MainWindowViewTest, AccessKeyClicksOnlyAnEnabledButton) {
+TEST_F(WindowKeys, EnterInAFieldAndAccessKeys) {
+  start();
   QTest::keyClick(&platform.windowWidget(frm), Qt::Key_S, Qt::AltModifier);
   QTest::qWait(300);
-  EXPECT_EQ(dialogs(), 0u) << "Save As is disabled on the first screen";
+  EXPECT_TRUE(platform.dialogTitles.empty()) << "Save As is disabled on the first screen";
+  openLOD0("wood.tga");
   platform.answers.push_back(std::nullopt);
-  QTest::keyClick(&platform.windowWidget(frm), Qt::Key_B, Qt::AltModifier);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return dialogs() == 1; }, 2000));
+  QTest::keyClick(mainWidget("txtTextureMap"), Qt::Key_Enter);
+  EXPECT_EQ(platform.dialogTitles, (std::vector<std::string>(2, "Open KOB File (LOD 0)")));
+
+  frmAdvancedSettings& settings = program.AdvancedSettings();
+  frm.btnAdvancedSettings.SetEnabled(true);
+  std::vector<std::string> ran;
+  settings.btnUseDefault.onClick = [&, inner = settings.btnUseDefault.onClick] {
+    ran.push_back("click"), inner();
+  };
+  settings.mskAutoLOD0.onLostFocus = [&, inner = settings.mskAutoLOD0.onLostFocus] {
+    ran.push_back("left"), inner();
+  };
+  whileModal([&] {
+    typeOver(widgetOf(settings, "mskAutoLOD0"), "3");
+    QTest::keyClick(&platform.windowWidget(settings), Qt::Key_D, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ran.size() == 2; }, 2000));
+    click(widgetOf(settings, "OKButton"));
+  });
+  click(mainWidget("btnAdvancedSettings"));
+  EXPECT_EQ(ran, (std::vector<std::string>{"left", "click"}));
+  EXPECT_EQ(settings.mskAutoLOD0.Text(), "0.250");
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #pragma once
 // A running Korvane on the real Qt windows, offscreen, with the author's side
-// of the dialogs scripted, and the helpers that act as the author through
-// QTest on the widgets found by the controls' names.
+// of the dialogs scripted, and helpers that act as the author through QTest.
 
 #include <gtest/gtest.h>
 
@@ -22,13 +21,13 @@
 namespace korvane::testing {
 
 // The real platform, but message boxes are recorded, file dialogs take queued
-// answers, documents are not opened and no event loop is left (none runs).
+// answers (nullopt: cancel) and no event loop is left.
 class ScriptedQtPlatform : public QtPlatform {
  public:
   using QtPlatform::QtPlatform;
   std::vector<std::string> messages;
   std::vector<std::string> dialogTitles;
-  std::deque<std::optional<std::string>> answers;  // nullopt: cancel
+  std::deque<std::optional<std::string>> answers;
   int eventLoopQuits = 0;
 
   void messageBox(const std::string& prompt, const std::string&) override { messages.push_back(prompt); }
@@ -40,7 +39,6 @@ class ScriptedQtPlatform : public QtPlatform {
     answers.pop_front();
     return answer;
   }
-  bool openDocument(const std::string&) override { return true; }
 
  protected:
   void quitEventLoop() override { ++eventLoopQuits; }
@@ -50,7 +48,6 @@ class QtWindowTest : public ::testing::Test {
  protected:
   QtWindowTest() { AppTitleName = "Korvane"; }
 
-  // Main, as the program starts it, with the main window made active.
   void start() {
     platform.runEntryPoint("Main", [this] { program.Main(); });
     ASSERT_TRUE(activate(platform.windowWidget(frm)));
@@ -60,7 +57,6 @@ class QtWindowTest : public ::testing::Test {
     window.activateWindow();
     return QTest::qWaitFor([&window] { return QApplication::activeWindow() == &window; });
   }
-
   template <class W = QWidget>
   W* widgetOf(Form& form, const std::string& name) {
     W* widget = qobject_cast<W*>(platform.controlWidget(form, name));
@@ -71,23 +67,15 @@ class QtWindowTest : public ::testing::Test {
   W* mainWidget(const std::string& name) {
     return widgetOf<W>(frm, name);
   }
-  template <class W = QWidget>
-  W* settingsWidget(const std::string& name) {
-    return widgetOf<W>(program.AdvancedSettings(), name);
-  }
-
   static void click(QWidget* widget) {
     QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
   }
-  // Clicks into a field, selects what it holds and types over it key by key.
   static void typeOver(QWidget* field, const QString& text) {
     click(field);
     QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClicks(field, text);
   }
-
-  // Runs act as soon as the next modal window is up and active; one left
-  // open is hidden after a while, so a fault fails instead of hanging.
+  // Runs act once the next modal window is up; one left open fails the test and is hidden.
   void whileModal(std::function<void()> act) {
     QTimer::singleShot(0, [act] {
       QWidget* modal = QApplication::activeModalWidget();
@@ -95,16 +83,19 @@ class QtWindowTest : public ::testing::Test {
       act();
     });
     QTimer::singleShot(5000, [] {
-      if (QWidget* modal = QApplication::activeModalWidget()) {
-        ADD_FAILURE() << "the modal window " << modal->objectName().toStdString() << " was left open";
-        modal->hide();
-      }
+      if (QWidget* modal = QApplication::activeModalWidget()) modal->hide(), ADD_FAILURE() << "left open";
     });
   }
-
-  void openLOD0(const std::string& path) {
-    platform.answers.push_back(path);
+  void openLOD0(const std::string& textureMap) {
+    platform.answers.push_back(
+        dir.write("a.kob", crlf({"[Material - 0]", "TextureMap=" + textureMap, "[LOD Information]",
+                                 "NumberOfLOD=1", "[LOD 0]", "NumberOfSurfaces=1"})));
     click(mainWidget("btnBrowseLOD0"));
+  }
+  std::string saveAs() {
+    platform.answers.push_back(dir.file("out.kob"));
+    click(mainWidget("btnSaveAs"));
+    return readBytes(dir.file("out.kob"));
   }
 
   TempDir dir;
@@ -112,10 +103,5 @@ class QtWindowTest : public ::testing::Test {
   Program program{platform};
   frmKorvane& frm = program.MainWindow();
 };
-
-inline std::string source(const std::string& textureMap) {
-  return crlf({"[Material - 0]", "TextureMap=" + textureMap, "[LOD Information]", "NumberOfLOD=1", "[LOD 0]",
-               "NumberOfSurfaces=1"});
-}
 
 }  // namespace korvane::testing
