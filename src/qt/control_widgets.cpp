@@ -1,7 +1,9 @@
 #include "qt/control_widgets.h"
 
 #include <QFocusEvent>
+#include <QPainter>
 #include <QSignalBlocker>
+#include <QStyle>
 
 namespace korvane {
 
@@ -48,6 +50,61 @@ void MaskedLineEdit::focusOutEvent(QFocusEvent* event) {
   const Qt::FocusReason reason = event->reason();
   if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) emit focusLeft();
   display();
+}
+
+namespace {
+
+// The caption starts this far in from the frame's left end, with a gap of
+// half as much on either side where the line stops.
+constexpr int kCaptionInset = 8;
+
+QString withoutAccessKey(QString caption) {
+  return caption.remove(QLatin1Char('&'));
+}
+
+}  // namespace
+
+ClassicFrame::ClassicFrame(const QString& caption, QWidget* parent) : QWidget(parent), m_caption(caption) {}
+
+QRect ClassicFrame::borderRect() const {
+  const int top = m_caption.isEmpty() ? 0 : fontMetrics().height() / 2;
+  return QRect(0, top, width(), height() - top);
+}
+
+QRect ClassicFrame::captionRect() const {
+  if (m_caption.isEmpty()) return {};
+  return QRect(kCaptionInset, 0, fontMetrics().horizontalAdvance(withoutAccessKey(m_caption)),
+               fontMetrics().height());
+}
+
+void ClassicFrame::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const QRect border = borderRect();
+  // Etched: a shadow line, and a light one a pixel below and to the right of it.
+  const QRect shadow = border.adjusted(0, 0, -2, -2);
+  const QRect light = shadow.translated(1, 1);
+  const QRect caption = captionRect();
+  if (!caption.isEmpty()) {
+    const int gap = kCaptionInset / 4;
+    painter.setClipRegion(QRegion(rect()) - QRegion(caption.adjusted(-gap, 0, gap, 0)));
+  }
+  painter.setPen(palette().color(QPalette::Light));
+  painter.drawRect(light);
+  painter.setPen(palette().color(QPalette::Mid));
+  painter.drawRect(shadow);
+  painter.setClipping(false);
+  if (!caption.isEmpty()) {
+    style()->drawItemText(&painter, caption, Qt::AlignLeft | Qt::AlignTop | Qt::TextShowMnemonic, palette(),
+                          isEnabled(), m_caption, QPalette::WindowText);
+  }
+}
+
+void FocusScrollBar::paintEvent(QPaintEvent* event) {
+  QScrollBar::paintEvent(event);
+  if (!hasFocus()) return;
+  QPainter painter(this);
+  painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+  painter.drawRect(rect().adjusted(1, 1, -1, -1));
 }
 
 }  // namespace korvane

@@ -3,6 +3,7 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QValidator>
 #include <functional>
 
@@ -58,6 +59,38 @@ class MaskedLineEdit : public QLineEdit {
 
   DisplayFormat m_format;
   QString m_text;
+};
+
+// A frame drawn the classic way: an etched line round the box, the caption
+// standing on its top line, in the palette's colours.
+class ClassicFrame : public QWidget {
+  Q_OBJECT
+ public:
+  ClassicFrame(const QString& caption, QWidget* parent);
+
+  const QString& caption() const { return m_caption; }
+  // Where the line runs, in the frame's own coordinates.
+  QRect borderRect() const;
+  // The thickness of the line: what lies inside keeps this far off it.
+  static constexpr int kLineWidth = 2;
+  // The caption's place on the top line.
+  QRect captionRect() const;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QString m_caption;
+};
+
+// A scroll bar too small for a thumb, which shows the focus as a line round itself.
+class FocusScrollBar : public QScrollBar {
+  Q_OBJECT
+ public:
+  explicit FocusScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent) {}
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
 };
 
 }  // namespace korvane

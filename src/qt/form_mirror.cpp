@@ -2,13 +2,13 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <algorithm>
+#include <limits>
 
 #include "advanced/autolod.h"
 #include "controls/button.h"
@@ -21,16 +21,22 @@
 #include "controls/slider.h"
 #include "controls/text_box.h"
 #include "qt/control_widgets.h"
+#include "qt/fonts.h"
 #include "qt/qt_platform.h"
+#include "qt/text_bytes.h"
 #include "qt/twips.h"
+#include "qt/window_fit.h"
 
 namespace korvane {
 
 namespace {
 
 QString toQt(const std::string& text) {
-  return QString::fromStdString(text);
+  return textFromBytes(text);
 }
+
+// No text box has a length limit of its own; the masks bind typing only.
+constexpr int kNoLengthLimit = std::numeric_limits<int>::max();
 
 // Min of the record stands at the top of the bar. The widget always runs
 // from 0 at the top, so its arrows, keys and wheel move the right way round.
@@ -55,7 +61,7 @@ Qt::CheckState checkState(int value) {
 
 QString autoLodDisplay(const QString& text) {
   try {
-    return toQt(FormatAutoLODForDisplay(text.toStdString()));
+    return toQt(FormatAutoLODForDisplay(bytesFromText(text, false)));
   } catch (...) {
     // A text the format cannot show is shown as it stands.
     return text;
@@ -86,7 +92,9 @@ FormMirror::FormMirror(Form& form, QWidget& window, QtPlatform& platform)
   });
 }
 
-FormMirror::~FormMirror() = default;
+FormMirror::~FormMirror() {
+  detach();
+}
 
 void FormMirror::detach() {
   *m_attached = false;
@@ -94,13 +102,7 @@ void FormMirror::detach() {
 
 void FormMirror::build() {
   m_window.setWindowTitle(toQt(m_form.Definition().caption));
-  // The layout was drawn for a narrow 8-point face; a wider default would
-  // clip the captions of labels and check boxes.
-  QFont windowFont(QStringLiteral("Arial"));
-  windowFont.setPointSizeF(8);
-  m_window.setFont(windowFont);
-  m_window.setFixedSize(twipsToPixels(m_form.Definition().clientWidth),
-                        twipsToPixels(m_form.Definition().clientHeight));
+  m_window.setFont(windowFont());
   // Frames first, so that what they hold has its parent, and so that a
   // control that lies over a frame (a later sibling) is drawn in front of it.
   std::vector<Control*> ordered;
@@ -123,8 +125,72 @@ void FormMirror::build() {
     refresh(*control);
     connectInput(*control, found->second);
   }
+  layOut();
+  fitToFonts();
   applyTabOrder();
   refreshWindow();
+}
+
+void FormMirror::layOut() {
+  const QRect client(0, 0, twipsToPixels(m_form.Definition().clientWidth * m_scale),
+                     twipsToPixels(m_form.Definition().clientHeight * m_scale));
+  m_window.setFixedSize(client.size());
+  for (const auto& [control, widget] : m_widgets) {
+    QRect geometry = pixelGeometry(control->Definition(), m_scale);
+    // A control that reaches past the client area ends at its edge, so that
+    // what the style draws at its far side (a focus frame) shows. A frame
+    // keeps its size: one that reaches out shows only the lines inside.
+    if (control->Container() == nullptr && !isContainer(*control)) geometry &= client;
+    widget->setGeometry(geometry);
+  }
+}
+
+void FormMirror::fitToFonts() {
+  // Each round grows the scale by what the tightest widget asks; widgets with
+  // a fixed part (a check box's box) may ask once more after rounding.
+  for (int round = 0; round < 8; ++round) {
+    double grow = 1;
+    for (const auto& [control, widget] : m_widgets) {
+      grow = std::max(grow, growthForText(*widget, sampleText(*control)));
+      if (auto* frame = qobject_cast<ClassicFrame*>(widget)) {
+        for (const auto& [other, inside] : m_widgets) {
+          if (inside == frame) continue;
+          const QRect place(inside->mapTo(&m_window, QPoint()) - frame->mapTo(&m_window, QPoint()),
+                            inside->size());
+          if (frame->rect().intersects(place)) grow = std::max(grow, growthForFrame(*frame, place));
+        }
+      }
+    }
+    if (grow <= 1) return;
+    m_scale *= grow;
+    layOut();
+  }
+}
+
+QString FormMirror::sampleText(const Control& control) const {
+  if (control.Kind() != ControlKind::MaskedEdit) return {};
+  // The widest text the author can type: every place a widest digit.
+  const int places = static_cast<const MaskedEdit&>(control).Settings().maxLength;
+  return QString(std::max(places, 0), QLatin1Char('0'));
+}
+
+std::string FormMirror::typedBytes(const Control& control, const QString& text) const {
+  return bytesFromText(text, m_latin1.count(&control) > 0);
+}
+
+QString FormMirror::fieldText(const Control& control, const std::string& bytes, const QString& shown) {
+  const QString text = toQt(bytes);
+  // A text the program put there says which code page the field is in now;
+  // plain ASCII the author typed leaves it as it was.
+  const bool beyondAscii = std::any_of(bytes.begin(), bytes.end(), [](char b) { return b < 0; });
+  if (beyondAscii || text != shown) {
+    if (isUtf8(bytes)) {
+      m_latin1.erase(&control);
+    } else {
+      m_latin1.insert(&control);
+    }
+  }
+  return text;
 }
 
 QWidget* FormMirror::createWidget(Control& control, QWidget* parent) {
@@ -145,6 +211,7 @@ QWidget* FormMirror::createWidget(Control& control, QWidget* parent) {
       break;
     case ControlKind::TextBox: {
       auto* edit = new QLineEdit(parent);
+      edit->setMaxLength(kNoLengthLimit);
       edit->setReadOnly(d.locked);
       widget = edit;
       break;
@@ -161,11 +228,11 @@ QWidget* FormMirror::createWidget(Control& control, QWidget* parent) {
       break;
     }
     case ControlKind::Frame:
-      widget = new QGroupBox(caption, parent);
+      widget = new ClassicFrame(caption, parent);
       break;
     case ControlKind::VScrollBar: {
       auto& record = static_cast<VScrollBar&>(control);
-      auto* bar = new QScrollBar(Qt::Vertical, parent);
+      auto* bar = new FocusScrollBar(parent);
       bar->setRange(0, std::abs(record.Max() - record.Min()));
       bar->setSingleStep(1);
       bar->setPageStep(1);
@@ -186,11 +253,12 @@ QWidget* FormMirror::createWidget(Control& control, QWidget* parent) {
     case ControlKind::MaskedEdit: {
       auto& record = static_cast<MaskedEdit&>(control);
       auto* edit = new MaskedLineEdit(parent);
+      edit->setMaxLength(kNoLengthLimit);
       // The validator lives as long as the widget, which may outlive the
       // record: Qt still asks it when the dying window takes the focus away.
       edit->setValidator(new TypingValidator(
-          [attached = m_attached, &record](const QString& text) {
-            return !*attached || record.AcceptsTyped(text.toStdString());
+          [this, attached = m_attached, &record](const QString& text) {
+            return !*attached || record.AcceptsTyped(typedBytes(record, text));
           },
           edit));
       if (!record.Settings().format.empty()) edit->setDisplayFormat(autoLodDisplay);
@@ -202,14 +270,8 @@ QWidget* FormMirror::createWidget(Control& control, QWidget* parent) {
       break;
   }
   widget->setObjectName(toQt(d.name));
-  widget->setGeometry(pixelGeometry(d));
   if (!d.toolTip.empty()) widget->setToolTip(toQt(d.toolTip));
-  if (!d.font.family.empty()) {
-    QFont font(toQt(d.font.family));
-    font.setPointSizeF(d.font.points);
-    font.setWeight(QFont::Normal);
-    widget->setFont(font);
-  }
+  if (!d.font.family.empty()) widget->setFont(designFont(toQt(d.font.family), d.font.points));
   return widget;
 }
 
@@ -231,7 +293,7 @@ void FormMirror::connectInput(Control& control, QWidget* widget) {
       auto& record = static_cast<TextBox&>(control);
       connect(static_cast<QLineEdit*>(widget), &QLineEdit::textEdited, this,
               [this, &record](const QString& text) {
-                enter(record, "_Change", [&record, text] { record.SetText(text.toStdString()); });
+                enter(record, "_Change", [this, &record, text] { record.SetText(typedBytes(record, text)); });
               });
       break;
     }
@@ -255,8 +317,8 @@ void FormMirror::connectInput(Control& control, QWidget* widget) {
       connect(edit, &QLineEdit::textEdited, this, [this, &record](const QString& text) {
         // What the validator let through a text longer than typing allows
         // (one that the program set) goes back to the record's text.
-        enter(record, "_Change", [&record, text] {
-          const std::string typed = text.toStdString();
+        enter(record, "_Change", [this, &record, text] {
+          const std::string typed = typedBytes(record, text);
           if (record.AcceptsTyped(typed)) record.SetText(typed);
         });
       });
@@ -304,7 +366,7 @@ void FormMirror::refresh(Control& control) {
       break;
     case ControlKind::TextBox: {
       auto* edit = static_cast<QLineEdit*>(widget);
-      const QString text = toQt(static_cast<TextBox&>(control).Text());
+      const QString text = fieldText(control, static_cast<TextBox&>(control).Text(), edit->text());
       if (edit->text() != text) edit->setText(text);
       break;
     }
@@ -330,9 +392,11 @@ void FormMirror::refresh(Control& control) {
     case ControlKind::Slider:
       static_cast<QSlider*>(widget)->setValue(static_cast<Slider&>(control).Value());
       break;
-    case ControlKind::MaskedEdit:
-      static_cast<MaskedLineEdit*>(widget)->showText(toQt(static_cast<MaskedEdit&>(control).Text()));
+    case ControlKind::MaskedEdit: {
+      auto* edit = static_cast<MaskedLineEdit*>(widget);
+      edit->showText(fieldText(control, static_cast<MaskedEdit&>(control).Text(), edit->recordText()));
       break;
+    }
     case ControlKind::Button:
     case ControlKind::Frame:
     case ControlKind::List:

@@ -7,8 +7,9 @@
 // Each control gets one widget whose objectName is the control's name, at its
 // geometry in pixels, with its caption, tool tip, font and tab place. Frames
 // are the parents of what they hold, so Qt disables the contents of a
-// disabled frame on its own. The mirror decides nothing: what a change means
-// is the record's and its handler's business.
+// disabled frame on its own. When a text needs more room than the fonts at
+// hand give it, the whole window grows by one factor (window_fit.h). The mirror decides nothing: what a
+// change means is the record's and its handler's business.
 
 #include <QObject>
 #include <functional>
@@ -35,6 +36,9 @@ class FormMirror : public QObject {
   ~FormMirror() override;
 
   Form& form() const { return m_form; }
+  // How much the window's layout grew beyond the defined twips to fit the
+  // texts in the fonts this machine has; 1 at the designed metrics.
+  double scale() const { return m_scale; }
 
   // nullptr for a control that is never on screen (the lists, the dialog).
   QWidget* widget(const std::string& name) const;
@@ -61,11 +65,18 @@ class FormMirror : public QObject {
 
  private:
   void build();
+  void layOut();
+  void fitToFonts();
+  QString sampleText(const Control& control) const;
   QWidget* createWidget(Control& control, QWidget* parent);
   void connectInput(Control& control, QWidget* widget);
   void applyTabOrder();
   void refresh(Control& control);
   void refreshWindow();
+  // The bytes of what the author typed, in the code page of the field's text.
+  std::string typedBytes(const Control& control, const QString& text) const;
+  // The text on screen for a field's bytes; notes the code page they came in.
+  QString fieldText(const Control& control, const std::string& bytes, const QString& shown);
   // One piece of the author's input, handed to the logic.
   void enter(Control& control, const char* event, const std::function<void()>& body);
 
@@ -75,6 +86,8 @@ class FormMirror : public QObject {
   std::map<const Control*, QWidget*> m_widgets;
   std::vector<QWidget*> m_tabOrder;
   std::set<const Control*> m_swatches;
+  std::set<const Control*> m_latin1;  // fields whose text came from bytes that are no UTF-8
+  double m_scale = 1;
   // Shared with what outlives the mirror inside the widgets.
   std::shared_ptr<bool> m_attached = std::make_shared<bool>(true);
 };

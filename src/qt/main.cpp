@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <cstdio>
 
+#include "qt/fonts.h"
 #include "qt/qt_platform.h"
 #include "shell/program.h"
 
@@ -22,6 +23,8 @@ int main(int argc, char* argv[]) {
     return 1;
   }
   QApplication application(argc, argv);
+  // Message boxes and file dialogs in the windows' own face, so the program looks like one piece.
+  QApplication::setFont(korvane::windowFont());
   korvane::QtPlatform platform;
   korvane::Program program(platform);
   platform.runEntryPoint("Main", [&program] { program.Main(); });

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QEvent>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -19,6 +20,7 @@
 #include "qt/form_mirror.h"
 #include "qt/main_window_view.h"
 #include "qt/settings_window_view.h"
+#include "qt/text_bytes.h"
 #include "qt/twips.h"
 #include "runtime/failure.h"
 #include "runtime/message_box.h"
@@ -30,7 +32,12 @@ namespace korvane {
 namespace {
 
 QString toQt(const std::string& text) {
-  return QString::fromStdString(text);
+  return textFromBytes(text);
+}
+
+// Paths go to and come from Qt's file functions in the file system's own encoding.
+QString pathToQt(const std::string& path) {
+  return QFile::decodeName(QByteArray::fromStdString(path));
 }
 
 // What a window manager's frame adds before the window has one of its own:
@@ -44,6 +51,50 @@ QString storeKey(const std::string& keyPath, const std::string& valueName) {
   key.replace(QLatin1Char('\\'), QLatin1Char('/'));
   return key + QLatin1Char('/') + toQt(valueName);
 }
+
+// The wait cursor stands over the windows while the outermost handler runs,
+// so that the author sees a long read or save at work.
+class BusyCursor {
+ public:
+  explicit BusyCursor(bool& busy) : m_busy(busy), m_outermost(!busy) {
+    if (!m_outermost) return;
+    m_busy = true;
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  }
+  ~BusyCursor() {
+    if (!m_outermost) return;
+    m_busy = false;
+    QGuiApplication::restoreOverrideCursor();
+  }
+  BusyCursor(const BusyCursor&) = delete;
+  BusyCursor& operator=(const BusyCursor&) = delete;
+
+ private:
+  bool& m_busy;
+  bool m_outermost;
+};
+
+// While a modal window of the platform is up the author works in it: the
+// normal cursor comes back, and a handler that runs from it has its own.
+class IdleCursor {
+ public:
+  explicit IdleCursor(bool& busy) : m_busy(busy), m_wasBusy(busy) {
+    if (!m_wasBusy) return;
+    m_busy = false;
+    QGuiApplication::restoreOverrideCursor();
+  }
+  ~IdleCursor() {
+    if (!m_wasBusy) return;
+    m_busy = true;
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  }
+  IdleCursor(const IdleCursor&) = delete;
+  IdleCursor& operator=(const IdleCursor&) = delete;
+
+ private:
+  bool& m_busy;
+  bool m_wasBusy;
+};
 
 // Ends the nested event loop when the watched window leaves the screen.
 class HideWatcher : public QObject {
@@ -93,6 +144,7 @@ QtPlatform::~QtPlatform() {
 
 void QtPlatform::messageBox(const std::string& prompt, const std::string& title) {
   unwindIfEnded();
+  const IdleCursor idle(m_busy);
   QMessageBox box(QMessageBox::NoIcon, toQt(title), toQt(prompt), QMessageBox::Ok, dialogOwner());
   box.setTextFormat(Qt::PlainText);
   box.exec();
@@ -101,7 +153,8 @@ void QtPlatform::messageBox(const std::string& prompt, const std::string& title)
 
 std::optional<std::string> QtPlatform::fileDialog(const FileDialogRequest& request) {
   unwindIfEnded();
-  QFileDialog dialog(dialogOwner(), toQt(request.title), toQt(request.initialDirectory));
+  const IdleCursor idle(m_busy);
+  QFileDialog dialog(dialogOwner(), toQt(request.title), pathToQt(request.initialDirectory));
   // Qt's own dialog: it takes a typed name of a file that does not exist in
   // an Open dialog, as the callers expect, which the desktop's may not.
   dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -114,12 +167,12 @@ std::optional<std::string> QtPlatform::fileDialog(const FileDialogRequest& reque
   if (request.filterIndex >= 1 && request.filterIndex <= filters.size()) {
     dialog.selectNameFilter(filters[request.filterIndex - 1]);
   }
-  if (!request.fileName.empty()) dialog.selectFile(toQt(request.fileName));
+  if (!request.fileName.empty()) dialog.selectFile(pathToQt(request.fileName));
   const bool chosen = dialog.exec() == QDialog::Accepted;
   unwindIfEnded();
   const QStringList files = dialog.selectedFiles();
   if (!chosen || files.isEmpty()) return std::nullopt;
-  return files.first().toStdString();
+  return QFile::encodeName(files.first()).toStdString();
 }
 
 std::optional<std::string> QtPlatform::readUserValue(const std::string& keyPath,
@@ -145,7 +198,7 @@ bool QtPlatform::writeUserValue(const std::string& keyPath, const std::string& v
 }
 
 bool QtPlatform::openDocument(const std::string& path) {
-  const QFileInfo file(toQt(path));
+  const QFileInfo file(pathToQt(path));
   if (!file.isFile()) return false;
   return QDesktopServices::openUrl(QUrl::fromLocalFile(file.absoluteFilePath()));
 }
@@ -158,14 +211,18 @@ TwipsSize QtPlatform::screenSize() {
 }
 
 TwipsSize QtPlatform::windowFrameSize(const Form& window) {
-  if (WindowView* view = existingView(window); view && view->widget().isVisible()) {
+  // Everything the window measures beyond its defined client area: the
+  // frame, and what the layout grew to fit the fonts at hand.
+  QSize frame(kEstimatedFrameWidthPixels, kEstimatedFrameHeightPixels);
+  QSize client(twipsToPixels(window.Definition().clientWidth),
+               twipsToPixels(window.Definition().clientHeight));
+  if (WindowView* view = existingView(window)) {
     const QWidget& widget = view->widget();
-    const QSize outer = widget.frameGeometry().size();
-    const QSize inner = widget.geometry().size();
-    return TwipsSize{pixelsToTwips(outer.width() - inner.width()),
-                     pixelsToTwips(outer.height() - inner.height())};
+    client = widget.size();
+    if (widget.isVisible()) frame = widget.frameGeometry().size() - widget.geometry().size();
   }
-  return TwipsSize{pixelsToTwips(kEstimatedFrameWidthPixels), pixelsToTwips(kEstimatedFrameHeightPixels)};
+  return TwipsSize{pixelsToTwips(client.width() + frame.width()) - window.Definition().clientWidth,
+                   pixelsToTwips(client.height() + frame.height()) - window.Definition().clientHeight};
 }
 
 std::string QtPlatform::currentDirectory() {
@@ -182,6 +239,7 @@ void QtPlatform::showWindow(Form& window) {
 
 void QtPlatform::showModal(Form& window, Form& owner) {
   unwindIfEnded();
+  const IdleCursor idle(m_busy);
   QWidget& ownerWidget = viewFor(owner).widget();
   WindowView& view = viewFor(window);
   QWidget& widget = view.widget();
@@ -221,6 +279,7 @@ void QtPlatform::quitEventLoop() {
 
 void QtPlatform::runEntryPoint(std::string_view handler, const std::function<void()>& body) {
   if (m_ended) return;
+  const BusyCursor busy(m_busy);
   auto report = [&](const RuntimeFailure& failure) {
     try {
       MsgBox(*this, unexpectedErrorMessage(handler, failure));

@@ -86,6 +86,7 @@ class QtPlatform : public Platform {
   std::unique_ptr<QSettings> m_store;
   std::vector<std::pair<const Form*, std::unique_ptr<WindowView>>> m_views;  // in order of creation
   bool m_ended = false;
+  bool m_busy = false;  // the wait cursor stands
 };
 
 }  // namespace korvane

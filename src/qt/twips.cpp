@@ -31,9 +31,9 @@ double pixelsToTwips(double pixels) {
   return pixels * twipsPerPixel();
 }
 
-QRect pixelGeometry(const ControlDefinition& definition) {
-  return QRect(twipsToPixels(definition.left), twipsToPixels(definition.top), twipsToPixels(definition.width),
-               twipsToPixels(definition.height));
+QRect pixelGeometry(const ControlDefinition& definition, double scale) {
+  return QRect(twipsToPixels(definition.left * scale), twipsToPixels(definition.top * scale),
+               twipsToPixels(definition.width * scale), twipsToPixels(definition.height * scale));
 }
 
 }  // namespace korvane

@@ -13,7 +13,8 @@ double twipsPerPixel();
 int twipsToPixels(double twips);
 double pixelsToTwips(double pixels);
 
-// Where a control sits inside its container, in pixels.
-QRect pixelGeometry(const ControlDefinition& definition);
+// Where a control sits inside its container, in pixels, with the window's
+// layout grown by scale (1: as defined).
+QRect pixelGeometry(const ControlDefinition& definition, double scale = 1);
 
 }  // namespace korvane

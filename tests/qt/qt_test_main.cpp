@@ -1,6 +1,4 @@
-// The Qt tests run GoogleTest inside a QApplication. Without a platform asked
-// for they draw offscreen, also when CTest lists them.
-
+// The Qt tests run GoogleTest inside a QApplication, offscreen unless a platform is asked for.
 #include <gtest/gtest.h>
 
 #include <QApplication>
