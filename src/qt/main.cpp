@@ -22,6 +22,8 @@ int main(int argc, char* argv[]) {
     return 1;
   }
   QApplication application(argc, argv);
+  // Names the installed desktop entry, so that Wayland docks find its name and icon.
+  QGuiApplication::setDesktopFileName(QStringLiteral("io.github.korvane.Korvane"));
   korvane::QtPlatform platform;
   korvane::Program program(platform);
   platform.runEntryPoint("Main", [&program] { program.Main(); });
