@@ -7,6 +7,10 @@ string(REGEX MATCHALL "src=\"[.][.]/[.][.]/docs/[A-Za-z0-9_-]+[.]png\"" pictures
 list(REMOVE_DUPLICATES pictures)
 foreach(attribute IN LISTS pictures)
   string(REGEX REPLACE "^src=\"(.*)\"$" "\\1" relative "${attribute}")
+  if(NOT EXISTS ${source_dir}/${relative})
+    message(WARNING "${relative} is missing: take it with scripts/screenshots")
+    continue()
+  endif()
   execute_process(COMMAND base64 -w0 ${source_dir}/${relative}
                   OUTPUT_VARIABLE encoded COMMAND_ERROR_IS_FATAL ANY)
   string(REPLACE "${attribute}" "src=\"data:image/png;base64,${encoded}\"" page "${page}")
