@@ -25,6 +25,8 @@ int main(int argc, char* argv[]) {
   QApplication application(argc, argv);
   // Message boxes and file dialogs in the windows' own face, so the program looks like one piece.
   QApplication::setFont(korvane::windowFont());
+  // Names the installed desktop entry, so that Wayland docks find its name and icon.
+  QGuiApplication::setDesktopFileName(QStringLiteral("io.github.korvane.Korvane"));
   korvane::QtPlatform platform;
   korvane::Program program(platform);
   platform.runEntryPoint("Main", [&program] { program.Main(); });

@@ -1,6 +1,7 @@
 #include "qt/main_window_view.h"
 
 #include <QCloseEvent>
+#include <QDir>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -12,10 +13,12 @@ namespace korvane {
 
 namespace {
 
+// Every size drawn from the one design, so no task bar or scale factor has to blow one up.
 QIcon programIcon() {
   QIcon icon;
-  icon.addFile(QStringLiteral(":/korvane/korvane-32.xpm"), QSize(32, 32));
-  icon.addFile(QStringLiteral(":/korvane/korvane-16.xpm"), QSize(16, 16));
+  const QDir icons(QStringLiteral(":/korvane"));
+  for (const QString& name : icons.entryList({QStringLiteral("korvane-*.png")}))
+    icon.addFile(icons.filePath(name));
   return icon;
 }
 
