@@ -31,41 +31,31 @@ const std::string kTextureMapMissing = "The TextureMap keyword was not found in 
 
 // Lines that hold the keywords in the ways a source may: other capitals,
 // blanks, comments, several on one line, and the LOD markers.
-constexpr const char* kVocabulary[] = {
-    "TextureMap=wall.tga",
-    "texturemap=old.tga",
-    "  TEXTUREMAP=x.tga",
-    "TextureMap =spaced.tga",
-    "; TextureMap=note",
-    "MyTextureMap=a",
-    "ColorKey=1,2,3",
-    "colorkey=9,9,9",
-    "ColorKey =0,0,0",
-    "NumberOfLOD=1",
-    "numberoflod=2",
-    "NumberOfLOD = 1",
-    "UseAutoLOD=T",
-    "AutoLOD#0=0.5",
-    "autolod#0=0.1",
-    "AutoLOD#1=0.2",
-    "AutoLOD#0=1 AutoLOD#1=2",
-    "[LOD 0]",
-    "[LOD 1]",
-    "[lod 0]",
-    "LOD 0 and LOD 0",
-    "LOD 00",
-    "NumberOfSurfaces=3",
-    "[Material - 0]",
-    "[LOD Information]",
-    "",
-    "LLOD 0OD 0",
-    "[Material - 1]",
-};
+const Lines& vocabulary() {
+  static const Lines lines = [] {
+    const std::string_view all =
+        "TextureMap=wall.tga|texturemap=old.tga|  TEXTUREMAP=x.tga|TextureMap =spaced.tga|; TextureMap=note|"
+        "MyTextureMap=a|ColorKey=1,2,3|colorkey=9,9,9|ColorKey =0,0,0|NumberOfLOD=1|numberoflod=2|"
+        "NumberOfLOD = 1|UseAutoLOD=T|AutoLOD#0=0.5|autolod#0=0.1|AutoLOD#1=0.2|AutoLOD#0=1 AutoLOD#1=2|"
+        "[LOD 0]|[LOD 1]|[lod 0]|LOD 0 and LOD 0|LOD 00|NumberOfSurfaces=3|[Material - 0]|[LOD Information]||"
+        "LLOD 0OD 0|[Material - 1]";
+    Lines split(1);
+    for (char c : all) {
+      if (c == '|') {
+        split.emplace_back();
+      } else {
+        split.back() += c;
+      }
+    }
+    return split;
+  }();
+  return lines;
+}
 
 std::string randomLine(FuzzedDataProvider& input) {
   const std::uint8_t kind = input.ConsumeIntegral<std::uint8_t>();
   std::string line;
-  if (kind < 176) line = kVocabulary[kind % std::size(kVocabulary)];
+  if (kind < 176) line = vocabulary()[kind % vocabulary().size()];
   if (kind >= 128) line += input.ConsumeRandomLengthString(24);
   return line;
 }
@@ -142,26 +132,20 @@ struct Model {
       }
       return;
     }
+    // One pass rewrites both kinds of line; a line holding both ends as the second.
     bool found0 = false;
     bool found1 = false;
     for (std::size_t i = 0; i < lod0.size() && !(found0 && found1); ++i) {
       const std::string asRead = lod0[i];
-      if (holds(asRead, "AUTOLOD#0=")) {
-        lod0[i] = line0;
-        found0 = true;
-      }
-      if (holds(asRead, "AUTOLOD#1=")) {
-        lod0[i] = line1;
-        found1 = true;
-      }
+      if (holds(asRead, "AUTOLOD#0=")) lod0[i] = line0;
+      if (holds(asRead, "AUTOLOD#1=")) lod0[i] = line1;
+      found0 = found0 || holds(asRead, "AUTOLOD#0=");
+      found1 = found1 || holds(asRead, "AUTOLOD#1=");
     }
-    if (found0 && found1) return;
-    if (!found0) {
-      if (auto i = firstHolding(lod0, "NUMBEROFLOD=")) insertAt(lod0, *i + 1, line0);
-    }
-    if (!found1) {
-      if (auto i = firstHolding(lod0, "AUTOLOD#0=")) insertAt(lod0, *i + 1, line1);
-    }
+    auto i = firstHolding(lod0, "NUMBEROFLOD=");
+    if (!found0 && i) insertAt(lod0, *i + 1, line0);
+    auto j = firstHolding(lod0, "AUTOLOD#0=");
+    if (!found1 && j) insertAt(lod0, *j + 1, line1);
   }
 
   void updateLOD1() {
@@ -179,90 +163,59 @@ Lines stored(const LineStore& store) {
   return lines;
 }
 
-void fill(LineStore& store, const Lines& lines) {
-  store.Clear();
-  for (const std::string& line : lines) store.AddItem(line);
-}
-
-class Session {
- public:
-  explicit Session(const Lines& lod0, const Lines& lod1)
-      : m_program(m_platform), m_frm(m_program.MainWindow()) {
-    // The box's own handler would ask for a LOD 1 source; here the value
-    // alone is what the rewriting reads.
-    m_frm.chkAddLOD1.onClick = nullptr;
-    fill(m_frm.lstDataLOD0.Store(), lod0);
-    fill(m_frm.lstDataLOD1.Store(), lod1);
-    m_model.lod0 = lod0;
-    m_model.lod1 = lod1;
-  }
-
-  void setControls(FuzzedDataProvider& input) {
-    m_frm.txtTextureMap.SetText(input.ConsumeRandomLengthString(20));
-    m_frm.chkAddColorKey.SetValue(input.ConsumeIntegralInRange<int>(0, 1));
-    for (int channel = 0; channel < 3; ++channel) m_frm.colorKeyField(channel).SetText(randomColour(input));
-    m_frm.chkAddLOD1.SetValue(input.ConsumeIntegralInRange<int>(0, 2));
-    frmAdvancedSettings& settings = m_program.AdvancedSettings();
-    settings.mskAutoLOD0.SetText(input.ConsumeRandomLengthString(10));
-    settings.mskAutoLOD1.SetText(input.ConsumeRandomLengthString(10));
-  }
-
-  // One save's worth of rewriting, in the order of the save.
-  void save() {
-    m_model.updateTextureMap(m_frm.txtTextureMap.Text());
-    UpdateTextureMapLOD0(m_frm);
-    check("UpdateTextureMapLOD0");
-
-    const bool on = m_frm.chkAddColorKey.Value() > 0;
-    m_model.updateColorKey(
-        on, m_frm.mskColorKey0.Text() + "," + m_frm.mskColorKey1.Text() + "," + m_frm.mskColorKey2.Text());
-    UpdateColorKeyLOD0(m_frm);
-    check("UpdateColorKeyLOD0");
-
-    if (m_frm.chkAddLOD1.Value() == 0) return;
-    frmAdvancedSettings& settings = m_program.AdvancedSettings();
-    m_model.updateLODInformation(m_frm.chkAddLOD1.Value(), settings.mskAutoLOD0.Text(),
-                                 settings.mskAutoLOD1.Text());
-    UpdateLODInformation(m_frm);
-    check("UpdateLODInformation with chkAddLOD1 " + std::to_string(m_frm.chkAddLOD1.Value()));
-
-    m_model.updateLOD1();
-    UpdateLOD1(m_frm);
-    check("UpdateLOD1");
-  }
-
- private:
-  void check(const std::string& step) {
-    m_log += "\n" + step + ":\n  lstDataLOD0 " + shown(m_model.lod0, 40);
-    const Lines lod0 = stored(m_frm.lstDataLOD0.Store());
-    const Lines lod1 = stored(m_frm.lstDataLOD1.Store());
-    FUZZ_CHECK(lod0 == m_model.lod0,
-               "lstDataLOD0 after " + step + ": " + shown(lod0, 40) + "\nexpected" + m_log);
-    FUZZ_CHECK(lod1 == m_model.lod1, "lstDataLOD1 after " + step + ": " + shown(lod1, 40) + "\nexpected " +
-                                         shown(m_model.lod1, 40) + m_log);
-    FUZZ_CHECK(m_platform.messages == m_model.messages, step + " showed " + shown(m_platform.messages) +
-                                                            ", expected " + shown(m_model.messages) + m_log);
-  }
-
-  HeadlessPlatform m_platform;
-  Program m_program;
-  frmKorvane& m_frm;
-  Model m_model;
-  std::string m_log;
-};
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FuzzedDataProvider input(data, size);
-  const Lines lod0 = randomLines(input, 40);
-  const Lines lod1 = randomLines(input, 12);
-  Session session(lod0, lod1);
-  session.setControls(input);
+  HeadlessPlatform platform;
+  Program program(platform);
+  frmKorvane& frm = program.MainWindow();
+  frmAdvancedSettings& settings = program.AdvancedSettings();
+  Model model{randomLines(input, 40), randomLines(input, 12), {}};
+  for (const std::string& line : model.lod0) frm.lstDataLOD0.Store().AddItem(line);
+  for (const std::string& line : model.lod1) frm.lstDataLOD1.Store().AddItem(line);
+  // The box's own handler would ask for a LOD 1 source; here the value alone
+  // is what the rewriting reads.
+  frm.chkAddLOD1.onClick = nullptr;
+
+  std::string log;
+  auto check = [&](const std::string& step) {
+    log += "\n" + step + ":\n  lstDataLOD0 " + shown(model.lod0, 40);
+    const Lines lod0 = stored(frm.lstDataLOD0.Store());
+    const Lines lod1 = stored(frm.lstDataLOD1.Store());
+    FUZZ_CHECK(lod0 == model.lod0 && lod1 == model.lod1 && platform.messages == model.messages,
+               "after " + step + ": " + shown(lod0, 40) + "\nlstDataLOD1 " + shown(lod1, 40) + "\nshown " +
+                   shown(platform.messages) + "\nexpected " + shown(model.lod1, 40) + ", " +
+                   shown(model.messages) + log);
+  };
+
+  // One or more saves' worth of rewriting, in the order of the save.
   const int saves = input.ConsumeIntegralInRange<int>(1, 3);
-  for (int i = 0; i < saves; ++i) {
-    if (i > 0 && input.ConsumeBool()) session.setControls(input);
-    session.save();
+  for (int save = 0; save < saves; ++save) {
+    if (save == 0 || input.ConsumeBool()) {
+      frm.txtTextureMap.SetText(input.ConsumeRandomLengthString(20));
+      frm.chkAddColorKey.SetValue(input.ConsumeIntegralInRange<int>(0, 1));
+      for (int channel = 0; channel < 3; ++channel) frm.colorKeyField(channel).SetText(randomColour(input));
+      frm.chkAddLOD1.SetValue(input.ConsumeIntegralInRange<int>(0, 2));
+      settings.mskAutoLOD0.SetText(input.ConsumeRandomLengthString(10));
+      settings.mskAutoLOD1.SetText(input.ConsumeRandomLengthString(10));
+    }
+    model.updateTextureMap(frm.txtTextureMap.Text());
+    UpdateTextureMapLOD0(frm);
+    check("UpdateTextureMapLOD0");
+    model.updateColorKey(
+        frm.chkAddColorKey.Value() > 0,
+        frm.mskColorKey0.Text() + "," + frm.mskColorKey1.Text() + "," + frm.mskColorKey2.Text());
+    UpdateColorKeyLOD0(frm);
+    check("UpdateColorKeyLOD0");
+    if (frm.chkAddLOD1.Value() == 0) continue;
+    model.updateLODInformation(frm.chkAddLOD1.Value(), settings.mskAutoLOD0.Text(),
+                               settings.mskAutoLOD1.Text());
+    UpdateLODInformation(frm);
+    check("UpdateLODInformation with chkAddLOD1 " + std::to_string(frm.chkAddLOD1.Value()));
+    model.updateLOD1();
+    UpdateLOD1(frm);
+    check("UpdateLOD1");
   }
   return 0;
 }

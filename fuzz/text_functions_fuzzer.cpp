@@ -110,65 +110,23 @@ bool withinSubstituteLimit(std::string_view search, std::string_view replacement
   return replacement.size() < search.size() || !canReappear(search, replacement);
 }
 
-void checkMessages(HeadlessPlatform& platform, bool overflow, const std::string& frame,
-                   const std::string& call) {
-  std::vector<std::string> expected;
-  if (overflow) expected.push_back(frame);
-  FUZZ_CHECK(platform.messages == expected, call + " showed " + shown(platform.messages));
+// A text function against its model: no failure gets out, the result is the
+// model's, and the overflow, and only it, shows its one message.
+template <class Call>
+void checkAgainstModel(HeadlessPlatform& platform, const std::string& call, Call&& run,
+                       const Outcome& expected, const std::string& frame) {
+  std::string result;
+  try {
+    result = run();
+  } catch (...) {
+    fail(call + " let a failure out");
+  }
+  FUZZ_CHECK(result == expected.result,
+             call + " gave " + shown(result) + ", expected " + shown(expected.result));
+  const std::vector<std::string> messages =
+      expected.overflow ? std::vector<std::string>{frame} : std::vector<std::string>{};
+  FUZZ_CHECK(platform.messages == messages, call + " showed " + shown(platform.messages));
   platform.messages.clear();
-}
-
-void checkGetElement(HeadlessPlatform& platform, std::string_view text, std::string_view delimiter,
-                     std::int16_t index) {
-  const std::string call =
-      "GetElement(" + shown(text) + ", " + shown(delimiter) + ", " + std::to_string(index) + ")";
-  std::string result;
-  try {
-    result = GetElement(platform, text, delimiter, index);
-  } catch (...) {
-    fail(call + " let a failure out");
-  }
-  if (delimiter.empty()) {
-    // No caller passes an empty delimiter; only the frame is held to.
-    for (const std::string& message : platform.messages) FUZZ_CHECK(message == kGetElementOverflow, call);
-    platform.messages.clear();
-    return;
-  }
-  Outcome expected = modelGetElement(text, delimiter, index);
-  FUZZ_CHECK(result == expected.result,
-             call + " gave " + shown(result) + ", expected " + shown(expected.result));
-  checkMessages(platform, expected.overflow, kGetElementOverflow, call);
-}
-
-void checkGetFileName(HeadlessPlatform& platform, std::string_view path) {
-  const std::string call = "GetFileName(" + shown(path) + ")";
-  std::string result;
-  try {
-    result = GetFileName(platform, path);
-  } catch (...) {
-    fail(call + " let a failure out");
-  }
-  Outcome expected = modelGetFileName(path);
-  FUZZ_CHECK(result == expected.result,
-             call + " gave " + shown(result) + ", expected " + shown(expected.result));
-  checkMessages(platform, expected.overflow, kGetElementOverflow, call);
-}
-
-void checkSubstitute(HeadlessPlatform& platform, std::string_view text, std::string_view search,
-                     std::string_view replacement) {
-  if (!withinSubstituteLimit(search, replacement)) return;
-  const std::string call =
-      "Substitute(" + shown(text) + ", " + shown(search) + ", " + shown(replacement) + ")";
-  std::string result;
-  try {
-    result = Substitute(platform, text, search, replacement);
-  } catch (...) {
-    fail(call + " let a failure out");
-  }
-  Outcome expected = modelSubstitute(text, search, replacement);
-  FUZZ_CHECK(result == expected.result,
-             call + " gave " + shown(result) + ", expected " + shown(expected.result));
-  checkMessages(platform, expected.overflow, kSubstituteOverflow, call);
 }
 
 // Runs a conversion that may fail only with the overflow.
@@ -285,13 +243,34 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
 
   HeadlessPlatform platform;
-  checkGetElement(platform, longText, delimiter, index);
-  checkGetElement(platform, longText, ",", index);
-  checkGetFileName(platform, text);
-  if (longText.size() != text.size() && std::count(text.begin(), text.end(), '\\') <= 64) {
-    checkGetFileName(platform, longText);
+  for (const std::string& by : {delimiter, std::string(",")}) {
+    auto run = [&] { return GetElement(platform, longText, by, index); };
+    if (by.empty()) {
+      // No caller passes an empty delimiter: it only has to come back.
+      run();
+      platform.messages.clear();
+      continue;
+    }
+    checkAgainstModel(platform,
+                      "GetElement(" + shown(longText) + ", " + shown(by) + ", " + std::to_string(index) + ")",
+                      run, modelGetElement(longText, by, index), kGetElementOverflow);
   }
-  checkSubstitute(platform, longText, delimiter, replacement);
-  checkSubstitute(platform, longText, "LOD 0", "LOD 1");
+  for (const std::string* path : {&text, &longText}) {
+    if (path == &longText &&
+        (longText.size() == text.size() || std::count(text.begin(), text.end(), '\\') > 64))
+      continue;
+    checkAgainstModel(
+        platform, "GetFileName(" + shown(*path) + ")", [&] { return GetFileName(platform, *path); },
+        modelGetFileName(*path), kGetElementOverflow);
+  }
+  for (const auto& job : {std::pair<std::string, std::string>{delimiter, replacement}, {"LOD 0", "LOD 1"}}) {
+    const std::string& search = job.first;
+    const std::string& with = job.second;
+    if (!withinSubstituteLimit(search, with)) continue;
+    checkAgainstModel(
+        platform, "Substitute(" + shown(longText) + ", " + shown(search) + ", " + shown(with) + ")",
+        [&] { return Substitute(platform, longText, search, with); }, modelSubstitute(longText, search, with),
+        kSubstituteOverflow);
+  }
   return 0;
 }

@@ -62,7 +62,6 @@ void ScriptedPlatform::hideWindow(Form& window) { events.push_back("HIDE " + win
 void ScriptedPlatform::unloadWindow(Form& window) { events.push_back("UNLOAD " + window.Name()); }
 
 void ScriptedPlatform::setFocus(Form&, Control& control) {
-  focusedControl = control.Name();
   events.push_back("FOCUS " + control.Name());
 }
 

@@ -39,7 +39,6 @@ class ScriptedPlatform : public Platform {
   // Runs while a window is shown modally; it plays the author. By default the
   // window is left at once, as if its OK button had been clicked.
   std::function<void(Form&)> whileModal;
-  std::string focusedControl;
 
   void clearLog() {
     events.clear();
