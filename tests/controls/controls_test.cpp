@@ -13,14 +13,18 @@
 #include "controls/masked_edit.h"
 #include "controls/scroll_bar.h"
 #include "controls/slider.h"
-#include "support/control_definitions.h"
 #include "support/failures.h"
 #include "support/scripted_platform.h"
 
 namespace korvane {
 namespace {
 
-using testing::named;
+ControlDefinition named(const char* name, ControlKind kind) {
+  ControlDefinition definition;
+  definition.name = name;
+  definition.kind = kind;
+  return definition;
+}
 
 class Records : public ::testing::Test {
  protected:

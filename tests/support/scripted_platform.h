@@ -3,7 +3,6 @@
 // events recorded in order, an in-memory per-user store.
 
 #include <deque>
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -28,17 +27,12 @@ class ScriptedPlatform : public Platform {
   bool dialogFails = false;  // the next dialogs throw failure 5
 
   std::map<std::pair<std::string, std::string>, std::string> store;
-  bool storeWritable = true;
 
   bool openSucceeds = true;
   TwipsSize screen{1920 * 15.0, 1080 * 15.0};
   TwipsSize frame{90, 405};
   std::string cwd = "/home/author";
   std::string programDir = "/opt/korvane";
-
-  // Runs while a window is shown modally; it plays the author. By default the
-  // window is left at once, as if its OK button had been clicked.
-  std::function<void(Form&)> whileModal;
 
   void clearLog() {
     events.clear();
@@ -53,7 +47,8 @@ class ScriptedPlatform : public Platform {
   void messageBox(const std::string& prompt, const std::string& title) override;
   std::optional<std::string> fileDialog(const FileDialogRequest& request) override;
   std::optional<std::string> readUserValue(const std::string& keyPath, const std::string& valueName) override;
-  bool writeUserValue(const std::string& keyPath, const std::string& valueName, const std::string& data) override;
+  bool writeUserValue(const std::string& keyPath, const std::string& valueName,
+                      const std::string& data) override;
   bool openDocument(const std::string& path) override;
   TwipsSize screenSize() override { return screen; }
   TwipsSize windowFrameSize(const Form&) override { return frame; }
