@@ -21,20 +21,6 @@ class FileDialog : public ::testing::Test {
   frmKorvane& frm = program.MainWindow();
 };
 
-TEST_F(FileDialog, EveryCallSetsEveryPropertyAndNothingCarriesOver) {
-  platform.answer("/start/first.kob");
-  ShowFileDialog(frm, "Open TGA File", "/textures", kTgaFilter, 2, false, "wall.tga");
-  platform.cancel();
-  ShowFileDialog(frm, "Save KOB File As...", "/out", kKobFilter, 1, true, "");
-  std::vector<std::string> seen;
-  for (const FileDialogRequest& r : platform.dialogRequests) {
-    seen.push_back((r.saveMode ? "save " : "open ") + r.title + "|" + r.initialDirectory + "|" +
-                   r.filter.substr(0, 3) + "|" + std::to_string(r.filterIndex) + "|" + r.fileName);
-  }
-  EXPECT_EQ(seen, (std::vector<std::string>{"open Open TGA File|/textures|TGA|2|wall.tga",
-                                            "save Save KOB File As...|/out|KOB|1|"}));
-}
-
 // Whatever the dialog gives, the directory remembered is absolute.
 TEST_F(FileDialog, ConfirmedFileIsGivenBackAndItsAbsoluteDirectoryRemembered) {
   const std::pair<std::string, std::string> rows[] = {

@@ -15,7 +15,6 @@ void ScriptedPlatform::messageBox(const std::string& prompt, const std::string& 
 
 std::optional<std::string> ScriptedPlatform::fileDialog(const FileDialogRequest& request) {
   events.push_back(std::string("DIALOG ") + (request.saveMode ? "save " : "open ") + request.title);
-  dialogRequests.push_back(request);
   if (dialogFails) throw RuntimeFailure(failure_number::InvalidProcedureCall);
   if (dialogAnswers.empty()) {
     ADD_FAILURE() << "a file dialog opened with no answer queued: " << request.title;

@@ -20,7 +20,6 @@ class ScriptedPlatform : public Platform {
   std::vector<std::string> events;
   std::vector<std::string> messages;  // prompts only
   std::vector<std::string> messageTitles;
-  std::vector<FileDialogRequest> dialogRequests;
 
   // Queued answers: a path, or nullopt for a cancel.
   std::deque<std::optional<std::string>> dialogAnswers;
@@ -38,7 +37,6 @@ class ScriptedPlatform : public Platform {
     events.clear();
     messages.clear();
     messageTitles.clear();
-    dialogRequests.clear();
   }
 
   void answer(const std::string& path) { dialogAnswers.push_back(path); }
