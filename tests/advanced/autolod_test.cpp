@@ -45,15 +45,6 @@ class AutoLODValues : public ::testing::Test {
  protected:
   AutoLODValues() { AppTitleName = "Korvane"; }
 
-  // Field sets and message boxes in one sequence.
-  void recordFieldSets() {
-    frmAdvancedSettings& settings = program.AdvancedSettings();
-    settings.SetObserver([this, &settings](Control* c) {
-      if (c == &settings.mskAutoLOD0 || c == &settings.mskAutoLOD1) {
-        platform.events.push_back("SET " + c->Name() + "=" + static_cast<MaskedEdit*>(c)->Text());
-      }
-    });
-  }
   std::string source(std::optional<std::string> autoLod0, std::optional<std::string> autoLod1) {
     std::string text = "[LOD Information]\r\nNumberOfLOD=2\r\n";
     if (autoLod0) text += "AutoLOD#0=" + *autoLod0 + "\r\n";
@@ -69,22 +60,6 @@ class AutoLODValues : public ::testing::Test {
   testing::TempDir dir;
 };
 
-TEST_F(AutoLODValues, ReadingNormalisesIntoAWindowBroughtIntoBeingHidden) {
-  ReadAutoLODinfo(program, source("0.25", "-1"));
-  EXPECT_EQ(fields(), (Texts{"0.250", "-1.000"}));
-  EXPECT_FALSE(program.AdvancedSettings().Visible());
-  EXPECT_TRUE(platform.events.empty());
-}
-
-TEST_F(AutoLODValues, BothMissingTellEachThenSetItsDefault) {
-  std::string path = source(std::nullopt, std::nullopt);
-  recordFieldSets();
-  ReadAutoLODinfo(program, path);
-  EXPECT_EQ(platform.events,
-            (Texts{"MSGBOX AutoLOD#0 not found.  Using default value...", "SET mskAutoLOD0=0.250",
-                   "MSGBOX AutoLOD#1 not found.  Using default value...", "SET mskAutoLOD1=0.000"}));
-}
-
 TEST_F(AutoLODValues, EmptyValueCountsAsMissingUnreadableOneAsZero) {
   ReadAutoLODinfo(program, source("", "abc"));
   EXPECT_EQ(platform.messages, Texts{"AutoLOD#0 not found.  Using default value..."});
@@ -99,14 +74,6 @@ TEST_F(AutoLODValues, OverflowEndsTheReadingWithWhatWasSetKept) {
   ReadAutoLODinfo(program, source("1e999", std::nullopt));
   EXPECT_EQ(fields(), (Texts{"0.125", "9.000"}));
   EXPECT_EQ(platform.messages, Texts(2, "Unexpected error in ReadAutoLODinfo: Overflow ( 6)"));
-}
-
-TEST_F(AutoLODValues, DefaultsReplaceReadValuesAndLeaveTheWindowHidden) {
-  ReadAutoLODinfo(program, source("0.7", "0.3"));
-  recordFieldSets();
-  UseDefaultAutoLOD(program);
-  EXPECT_EQ(platform.events, (Texts{"SET mskAutoLOD0=0.250", "SET mskAutoLOD1=0.000"}));
-  EXPECT_FALSE(program.AdvancedSettings().Visible());
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
-// korvane-cli as a build script runs it: the files it writes against the
-// window's for the same jobs, a batch with a failing row, and the command
-// lines it refuses.
+// korvane-cli as a build script runs it: the files it writes against those
+// the window saved for the same jobs, a batch with a failing row, and the
+// command lines it refuses.
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "support/temp_files.h"
 
@@ -30,94 +29,61 @@ class Fixtures : public ::testing::Test {
   }
   std::string file(const std::string& name) const { return m_dir.file(name); }
 
-  Ran run(const std::string& program, const std::string& args) const {
+  Ran cli(const std::string& args) const {
     std::string command =
-        "cd '" + m_dir.path().string() + "' && " + program + " " + args + " >out.txt 2>err.txt";
+        "cd '" + m_dir.path().string() + "' && " KORVANE_CLI " " + args + " >out.txt 2>err.txt";
     int raw = std::system(command.c_str());
     return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, readBytes(file("out.txt")), readBytes(file("err.txt"))};
   }
-  Ran cli(const std::string& args) const { return run(KORVANE_CLI, args); }
+  // A file a scenario saved through the window.
+  static std::string saved(const std::string& name) { return readBytes(KORVANE_SCENARIOS "/" + name); }
 
  private:
   korvane::testing::TempDir m_dir;
 };
 
-// The same job through the window's driver and through the cli: the same
-// bytes saved, and each message box of the window one line on standard error.
-struct Job {
-  const char* cli;     // merge's arguments after LOD0 and -o
-  const char* window;  // the author's actions, '|' between them
-};
-
-TEST_F(Fixtures, MergeWritesWhatTheWindowWrites) {
-#ifndef KORVANE_SCENARIO
-  GTEST_SKIP() << "the windows are not built";
-#else
-  const Job jobs[] = {
-      {"barrel.kob", "answer barrel.kob|click btnBrowseLOD0"},
-      {"barrel.kob --lod1 barrel_low.kob --texture new.tga --autolod 0.3,.1",
-       "answer barrel.kob|click btnBrowseLOD0|answer barrel_low.kob|click chkAddLOD1|type txtTextureMap "
-       "new.tga|"
-       "click btnAdvancedSettings|type mskAutoLOD0 0.3|type mskAutoLOD1 .1|click OKButton"},
-      {"barrel.kob --colorkey 7,0,255",
-       "answer barrel.kob|click btnBrowseLOD0|click chkAddColorKey|type mskColorKey0 7|type mskColorKey1 0|"
-       "type mskColorKey2 255"},
-      {"crate.kob --no-colorkey", "answer crate.kob|click btnBrowseLOD0|click chkAddColorKey"},
-      {"tower.kob --autolod ,-1 --colorkey 10,20,7",
-       "answer tower.kob|click btnBrowseLOD0|click btnAdvancedSettings|type mskAutoLOD1 -1|click OKButton|"
-       "type mskColorKey2 7"},
-      {"tower_bare.kob", "answer tower_bare.kob|click btnBrowseLOD0"},
-      {"spaced.kob --texture s.tga", "answer spaced.kob|click btnBrowseLOD0|type txtTextureMap s.tga"},
-      {"key_300.kob --lod1 barrel_low.kob",
-       "answer key_300.kob|click btnBrowseLOD0|answer barrel_low.kob|click chkAddLOD1"},
-      {"key_007.kob", "answer key_007.kob|click btnBrowseLOD0"},
+// The same jobs as scenarios saved through the window: the same bytes, and
+// each message box of the window one line on standard error.
+TEST_F(Fixtures, MergeAndBatchWriteWhatTheWindowSaved) {
+  const struct {
+    const char* args;  // after merge; the output goes to standard output
+    const char* saved;
+    const char* err;
+  } jobs[] = {
+      {"barrel.kob --lod1 barrel_low.kob --autolod=-1,2", "autolod_window.output/barrel_autolod.kob", ""},
+      {"barrel.kob --texture 'wood grain.tga' --colorkey 12,255,0", "one_lod_job.output/barrel_textured.kob",
+       ""},
+      {"crate.kob --texture ' ' --no-colorkey", "saveas_refusals.output/blank_name.kob", ""},
+      {"spaced.kob --colorkey 1,9,3", "saveas_refusals.output/spaced_saved.kob",
+       "korvane-cli: The TextureMap keyword was not found in your KOB file\n"},
+      {"tower.kob --autolod ,-1 --colorkey 10,20,7", "two_lod_job.output/tower_edited.kob", ""},
+      {"tower_bare.kob", "two_lod_job.output/tower_bare_saved.kob",
+       "korvane-cli: AutoLOD#0 not found.  Using default value...\n"
+       "korvane-cli: AutoLOD#1 not found.  Using default value...\n"},
   };
-  for (const Job& job : jobs) {
-    SCOPED_TRACE(job.cli);
-    std::string script =
-        std::string("start|") + job.window + "|answer window.kob|click btnSaveAs|click btnExit";
-    for (char& c : script) c = c == '|' ? '\n' : c;
-    std::ofstream(file("job.scn")) << script << "\n";
-    Ran window = run(KORVANE_SCENARIO, "--store store.ini job.scn");
-    ASSERT_EQ(window.status, 0) << window.err;
-    std::string expected;
-    std::istringstream transcript(window.out);
-    for (std::string line; std::getline(transcript, line);)
-      if (line.rfind("MSGBOX [Korvane] ", 0) == 0) expected += "korvane-cli: " + line.substr(17) + "\n";
-
-    // One job writes to standard output, the rest to a file.
-    bool toStdout = std::string(job.cli) == "key_007.kob";
-    Ran merged = cli(std::string("merge ") + job.cli + " -o " + (toStdout ? "-" : "cli.kob"));
+  for (const auto& job : jobs) {
+    SCOPED_TRACE(job.args);
+    Ran merged = cli(std::string("merge ") + job.args + " -o -");
     EXPECT_EQ(merged.status, 0);
-    EXPECT_EQ(merged.err, expected);
-    std::string saved = readBytes(file("window.kob"));
-    ASSERT_FALSE(saved.empty());
-    EXPECT_EQ(toStdout ? merged.out : readBytes(file("cli.kob")), saved);
+    EXPECT_EQ(merged.err, job.err);
+    EXPECT_EQ(merged.out, saved(job.saved));
   }
-#endif
-}
 
-TEST_F(Fixtures, BatchGoesOnPastAFailingRow) {
+  // A batch goes on past a failing row, each column where merge's option puts it.
   std::ofstream(file("jobs.tsv")) << "# LOD 0\tLOD 1\toutput\ttexture\tColorKey\tAutoLOD\n"
-                                  << "barrel.kob\tbarrel_low.kob\ta.kob\ta.tga\t1,2,3\t0.3,0.1\n"
+                                  << "barrel.kob\tbarrel_low.kob\ta.kob\t\t\t-1,2\n"
                                   << "missing.kob\t\tb.kob\n"
                                   << "\n"
-                                  << "crate.kob\t\tc.kob\t\toff\n";
+                                  << "crate.kob\t\tc.kob\t \toff\n"
+                                  << "barrel.kob\t\td.kob\twood grain.tga\t12,255,0\n";
   Ran batch = cli("batch jobs.tsv");
   EXPECT_EQ(batch.status, 1);
   EXPECT_NE(batch.out.find("jobs.tsv:3: failed"), std::string::npos) << batch.out;
-  EXPECT_EQ(batch.out.substr(batch.out.rfind('\n', batch.out.size() - 2) + 1), "2 merged, 1 failed\n");
+  EXPECT_EQ(batch.out.substr(batch.out.rfind('\n', batch.out.size() - 2) + 1), "3 merged, 1 failed\n");
   EXPECT_EQ(batch.err, "korvane-cli: Error Reading KOB File: TextureMap Not Found\n");
   EXPECT_EQ(readBytes(file("b.kob")), "");
-
-  // Each column lands where merge's option puts it.
-  ASSERT_EQ(cli("merge barrel.kob --lod1 barrel_low.kob --texture a.tga --colorkey 1,2,3 --autolod 0.3,0.1 "
-                "-o m.kob")
-                .status,
-            0);
-  EXPECT_EQ(readBytes(file("a.kob")), readBytes(file("m.kob")));
-  ASSERT_EQ(cli("merge crate.kob --no-colorkey -o n.kob").status, 0);
-  EXPECT_EQ(readBytes(file("c.kob")), readBytes(file("n.kob")));
+  const std::pair<const char*, int> rows[] = {{"a.kob", 0}, {"c.kob", 2}, {"d.kob", 1}};
+  for (const auto& [output, job] : rows) EXPECT_EQ(readBytes(file(output)), saved(jobs[job].saved)) << output;
 }
 
 struct CommandLine {
@@ -143,7 +109,6 @@ TEST_F(Fixtures, CommandLines) {
       {"batch", 2, "no jobs file"},
       {"batch nothere.tsv", 2, "cannot read"},
       {"merge --help", 0, "Usage: korvane-cli merge"},
-      {"batch --help", 0, "Usage: korvane-cli batch"},
       {"--version", 0, "korvane-cli "},
       {"check crate.kob", 0, ""},
       {"check crate.kob spaced.kob", 1, "spaced.kob:2: warning: "},

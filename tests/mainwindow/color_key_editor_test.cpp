@@ -63,36 +63,44 @@ TEST_F(ColorKey, EveryActionComesToRestWithTheChannelAgreeing) {
   }
 }
 
-// The source's ColorKey, read from the start state: all at 128, off.
+// Sources read one after another into the same window, from the start state
+// (all at 128, off): each value fills the editor through the chains, or a
+// control refuses it, which ends the reading with the box left as it was.
 TEST_F(ColorKey, ASourceValueFillsTheEditorOrEndsTheReadingWhereAControlRefusesIt) {
-  struct Case {
+  const struct {
     const char* value;  // nullptr: no ColorKey line
     const char* fields;
-    bool on;
-  };
-  const Case cases[] = {{nullptr, "128,128,128", false},    {"", "128,128,128", false},
-                        {"1000,0,0", "128,128,128", false}, {"-1,0,0", "128,128,128", false},
-                        {"1.5,0,0", "128,128,128", false},  {"10,,30", "10,0,30", true},
-                        {"1,2,3,4", "1,2,3", true},         {"300,0,0", "255,0,0", false}};
+    bool on, refused;
+  } cases[] = {{nullptr, "128,128,128", false, false},
+               {"", "128,128,128", false, false},
+               {"1000,0,0", "128,128,128", false, true},
+               {"-1,0,0", "128,128,128", false, true},
+               {"1.5,0,0", "128,128,128", false, true},
+               {"10,,30", "10,0,30", true, false},
+               {"300,0,0", "255,0,0", true, true},
+               {"0,0,300", "0,0,255", true, true},
+               {"007,0,0", "7,0,0", true, false},
+               {"1,2,3,4", "1,2,3", true, false},
+               // An emptied field is filled by its bar's move, and by nothing where the bar stays.
+               {"10,20", "10,20,0", true, false},
+               {"10,20", "10,20,", true, false},
+               {"a,b,c", "10,20,", true, true},
+               {"10,a,30", "10,20,", true, true},
+               {nullptr, "10,20,", false, false}};
   testing::TempDir dir;
-  for (const Case& c : cases) {
-    Program fresh{platform};
-    fresh.Main();
-    frmKorvane& window = fresh.MainWindow();
+  for (const auto& c : cases) {
     std::string line = c.value ? std::string("ColorKey=") + c.value : "Shininess=1";
-    std::string path = dir.write("source.kob", testing::crlf({"[Material - 0]", "TextureMap=a.tga", line}));
-    platform.clearLog();
-    ReadColorKeyINI(window, path);
-    const bool refused = !c.on && c.value && *c.value;
     SCOPED_TRACE(line);
-    EXPECT_EQ(platform.messages, refused ? std::vector<std::string>{"Unexpected error in ReadColorKeyINI: "
-                                                                    "Invalid property value ( 380)"}
-                                         : std::vector<std::string>{});
-    EXPECT_EQ(
-        window.mskColorKey0.Text() + "," + window.mskColorKey1.Text() + "," + window.mskColorKey2.Text(),
-        c.fields);
-    EXPECT_EQ(window.chkAddColorKey.Value(), c.on ? 1 : 0);
-    EXPECT_EQ(window.sldColorKey2.Enabled(), c.on);
+    platform.clearLog();
+    ReadColorKeyINI(frm,
+                    dir.write("source.kob", testing::crlf({"[Material - 0]", "TextureMap=a.tga", line})));
+    EXPECT_EQ(platform.messages, c.refused ? std::vector<std::string>{"Unexpected error in ReadColorKeyINI: "
+                                                                      "Invalid property value ( 380)"}
+                                           : std::vector<std::string>{});
+    EXPECT_EQ(frm.mskColorKey0.Text() + "," + frm.mskColorKey1.Text() + "," + frm.mskColorKey2.Text(),
+              c.fields);
+    EXPECT_EQ(frm.chkAddColorKey.Value(), c.on ? 1 : 0);
+    EXPECT_EQ(frm.sldColorKey2.Enabled(), c.on);
   }
 }
 

@@ -29,9 +29,7 @@ class SourceLoading : public ::testing::Test {
   SourceLoading() {
     program.Main();
     dir.write("one.kob", kob("crate.tga", "1"));
-    dir.write("other.kob", kob("barrel.tga", "1"));
     dir.write("two.kob", kob("crate.tga", "2"));
-    dir.write("notkob.kob", crlf({"[Material - 0]", "Shininess=1"}));
   }
 
   void click(Button& button, const std::string& source) {
@@ -87,26 +85,6 @@ TEST_F(SourceLoading, ALoadSwitchesTheControlsInItsOrder) {
       "chkAddLOD1+0 Frame4- btnBrowseLOD1- txtFilePathLOD1-'one.kob' btnAdvancedSettings- txtFilePathLOD1-'' "
       "chkAddLOD1-0 txtFilePathLOD0+'two.kob' txtTextureMap+'' txtTextureMap+'crate.tga' lblLODnum+ "
       "lblLODnum+2 chkAddLOD1-2 mskAutoLOD0+0.300 mskAutoLOD1+0.050 btnAdvancedSettings+");
-}
-
-TEST_F(SourceLoading, ACancelledOrRefusedLOD0LeavesALoadedLod1AsItWas) {
-  click(frm.btnBrowseLOD0, "one.kob");
-  checkLOD1("one.kob");
-  recordChanges();
-  platform.cancel();
-  frm.btnBrowseLOD0.Click();
-  click(frm.btnBrowseLOD0, "notkob.kob");
-  EXPECT_EQ(changes, "");
-  EXPECT_EQ(frm.lstDataLOD0.Store().ListCount() + frm.lstDataLOD1.Store().ListCount(), 7 + 3);
-
-  // An accepted source with one LOD drops it: the state One LOD.
-  click(frm.btnBrowseLOD0, "other.kob");
-  EXPECT_EQ(
-      changes,
-      "chkAddLOD1+0 Frame4- btnBrowseLOD1- txtFilePathLOD1-'one.kob' btnAdvancedSettings- txtFilePathLOD1-'' "
-      "chkAddLOD1-0 txtFilePathLOD0+'other.kob' txtTextureMap+'' txtTextureMap+'barrel.tga' lblLODnum+ "
-      "lblLODnum+1 chkAddLOD1+0");
-  EXPECT_EQ(frm.lstDataLOD1.Store().ListCount(), 0);
 }
 
 TEST_F(SourceLoading, TheNumberOfLODsIsTheRoundedLeadingNumberOfTheText) {

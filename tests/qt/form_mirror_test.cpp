@@ -1,12 +1,11 @@
 // The widgets against the records: the layout in proportion to the twips,
 // texts that fit in whatever font the machine has, frames, visible focus and
-// tab order, and the author's input reaching the records.
+// tab order.
 
 #include "qt/form_mirror.h"
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QStyle>
 #include <QStyleOptionButton>
@@ -118,24 +117,6 @@ TEST_F(FormMirrorTest, TabWalksByTabIndexAndTheFocusShows) {
     if (name != walk.back()) focused[name] = QApplication::focusWidget()->grab().toImage();
   }
   for (const auto& [name, image] : focused) EXPECT_NE(mainWidget(name)->grab().toImage(), image) << name;
-}
-
-TEST_F(FormMirrorTest, AuthorsInputReachesTheRecordsAndKeepsTheCaret) {
-  frm.Frame2.SetEnabled(true);
-  frm.chkAddColorKey.SetEnabled(true);
-  frm.chkAddColorKey.SetValue(1);
-  QTest::keyClick(mainWidget("vscrlColorKey0"), Qt::Key_Up);
-  EXPECT_EQ(frm.mskColorKey0.Text(), "129") << "the up arrow raises";
-  auto* field = mainWidget<QLineEdit>("mskColorKey1");
-  typeOver(field, "1a-2.34");
-  EXPECT_EQ(field->text(), "123");
-  typeOver(field, "5");
-  QTest::keyClick(field, Qt::Key_Home);
-  QTest::keyClicks(field, "12");
-  EXPECT_EQ(frm.mskColorKey1.Text(), "125");
-  EXPECT_EQ(field->cursorPosition(), 2);
-  click(mainWidget("chkAddColorKey"));
-  EXPECT_EQ(frm.chkAddColorKey.Value(), 0);
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include <QTest>
 #include <QTimer>
 #include <deque>
-#include <functional>
 #include <string>
 
 #include "advanced/advanced_settings_window.h"
@@ -26,13 +25,11 @@ class ScriptedQtPlatform : public QtPlatform {
  public:
   using QtPlatform::QtPlatform;
   std::vector<std::string> messages;
-  std::vector<std::string> dialogTitles;
   std::deque<std::optional<std::string>> answers;
   int eventLoopQuits = 0;
 
   void messageBox(const std::string& prompt, const std::string&) override { messages.push_back(prompt); }
   std::optional<std::string> fileDialog(const FileDialogRequest& request) override {
-    dialogTitles.push_back(request.title);
     if (answers.empty()) ADD_FAILURE() << "a file dialog with no answer queued: " << request.title;
     if (answers.empty()) return std::nullopt;
     auto answer = answers.front();
@@ -50,41 +47,18 @@ class QtWindowTest : public ::testing::Test {
 
   void start() {
     platform.runEntryPoint("Main", [this] { program.Main(); });
-    ASSERT_TRUE(activate(platform.windowWidget(frm)));
-  }
-  // A dialog counts as active for QWindow while its owner is: this waits for the window itself.
-  static bool activate(QWidget& window) {
+    QWidget& window = platform.windowWidget(frm);
     window.activateWindow();
-    return QTest::qWaitFor([&window] { return QApplication::activeWindow() == &window; });
-  }
-  template <class W = QWidget>
-  W* widgetOf(Form& form, const std::string& name) {
-    W* widget = qobject_cast<W*>(platform.controlWidget(form, name));
-    EXPECT_NE(widget, nullptr) << name;
-    return widget;
+    ASSERT_TRUE(QTest::qWaitFor([&window] { return QApplication::activeWindow() == &window; }));
   }
   template <class W = QWidget>
   W* mainWidget(const std::string& name) {
-    return widgetOf<W>(frm, name);
+    W* widget = qobject_cast<W*>(platform.controlWidget(frm, name));
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
   }
   static void click(QWidget* widget) {
     QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
-  }
-  static void typeOver(QWidget* field, const QString& text) {
-    click(field);
-    QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(field, text);
-  }
-  // Runs act once the next modal window is up; one left open fails the test and is hidden.
-  void whileModal(std::function<void()> act) {
-    QTimer::singleShot(0, [act] {
-      QWidget* modal = QApplication::activeModalWidget();
-      EXPECT_TRUE(modal && activate(*modal)) << "no active modal window";
-      act();
-    });
-    QTimer::singleShot(5000, [] {
-      if (QWidget* modal = QApplication::activeModalWidget()) modal->hide(), ADD_FAILURE() << "left open";
-    });
   }
   void openLOD0(const std::string& textureMap) {
     platform.answers.push_back(

@@ -31,13 +31,8 @@ if(EXISTS ${SCENARIOS}/${NAME}.expected)
   file(READ ${SCENARIOS}/${NAME}.expected expected)
 endif()
 if(NOT transcript STREQUAL expected)
-  find_program(DIFF diff)
-  if(DIFF)
-    execute_process(COMMAND ${DIFF} -u ${SCENARIOS}/${NAME}.expected ${WORK}/transcript.actual
-                    OUTPUT_VARIABLE difference)
-  else()
-    set(difference "${transcript}")
-  endif()
+  execute_process(COMMAND diff -u ${SCENARIOS}/${NAME}.expected ${WORK}/transcript.actual
+                  OUTPUT_VARIABLE difference)
   string(APPEND failures "the transcript differs from ${NAME}.expected:\n${difference}\n")
 endif()
 

@@ -78,18 +78,5 @@ TEST_F(ScreenCheck, PrintedEnabledIsTheControlsOwnFlagAndTextsAreEscaped) {
   EXPECT_TRUE(check(frm.mskColorKey0).empty());
 }
 
-TEST_F(ScreenCheck, TheSettingsWindowBeforeItExistsPrintsWhatItWillStartWith) {
-  frmAdvancedSettings& settings = program.AdvancedSettings();
-  for (const Control* control : settings.Controls()) {
-    EXPECT_EQ(printedProperties(control->Definition()), printedProperties(*control)) << control->Name();
-  }
-  QWidget& window = platform.windowWidget(settings);
-  const std::vector<Property> printed = windowProperties(true, settings.Visible());
-  EXPECT_TRUE(compareWindowWithScreen(window, printed).empty());
-  window.show();
-  expectOne(compareWindowWithScreen(window, printed), "Visible", "1");
-  window.hide();
-}
-
 }  // namespace
 }  // namespace korvane::scenario

@@ -35,16 +35,10 @@ TEST(Commands, ParseIntoVerbNameAndArgument) {
     long long number = 0;
   } cases[] = {
       {"  type  txtTextureMap   my  wood.tga  \r", Verb::Type, "txtTextureMap", "my  wood.tga"},
-      {"type mskColorKey1", Verb::Type, "mskColorKey1", ""},
       {"type txtTextureMap \\s\\s", Verb::Type, "txtTextureMap", "  "},
-      {"answer out dir/new file.kob", Verb::Answer, "", "out dir/new file.kob"},
-      {"scroll vscrlColorKey0 255", Verb::Scroll, "vscrlColorKey0", "", 255},
       {"slide sldColorKey2 -4", Verb::Slide, "sldColorKey2", "", -4},
       {"slide sldColorKey2 +4", Verb::Slide, "sldColorKey2", "", 4},
-      {"arrow vscrlColorKey0 up", Verb::Arrow, "vscrlColorKey0", "up"},
-      {"track sldColorKey0 after", Verb::Track, "sldColorKey0", "after"},
       {"alt d", Verb::Alt, "", "d"},
-      {"backtab", Verb::Backtab, "", ""},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.line);

@@ -6,32 +6,11 @@
 
 #include "faulty_platform.h"
 #include "runtime/failure.h"
-#include "runtime/shared_strings.h"
 
 namespace korvane {
 namespace {
 
 using Texts = std::vector<std::string>;
-const std::pair<std::string, std::string> kDefaultDir{"Software\\Korvane", "DefaultDir"};
-
-class ProgramTest : public ::testing::Test {
- protected:
-  ProgramTest() { AppTitleName.clear(); }
-  testing::FaultyPlatform platform;
-  Program program{platform};
-};
-
-TEST_F(ProgramTest, MainShowsTheLoadedWindowInTheRememberedDirectoryAsItStandsOrTheCurrentOne) {
-  for (auto [stored, expected] : {std::pair{"", "/home/author"}, std::pair{" /gone\\ ", " /gone\\ "}}) {
-    platform.store[kDefaultDir] = stored;
-    platform.clearLog();
-    program.Main();
-    EXPECT_EQ(DefaultDirPath, expected);
-    EXPECT_EQ(platform.events, Texts{"SHOW frmKorvane"});
-  }
-  EXPECT_EQ(AppTitleName, "Korvane");
-  EXPECT_EQ(program.MainWindow().mskColorKey0.Text(), "128");  // Form_Load ran
-}
 
 // The close of the main window runs Form_QueryUnload, which runs ExitProgram
 // again inside the first run: still each window closes once, and a settings

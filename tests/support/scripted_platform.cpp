@@ -15,7 +15,6 @@ void ScriptedPlatform::messageBox(const std::string& prompt, const std::string& 
 
 std::optional<std::string> ScriptedPlatform::fileDialog(const FileDialogRequest& request) {
   events.push_back(std::string("DIALOG ") + (request.saveMode ? "save " : "open ") + request.title);
-  dialogRequests.push_back(request);
   if (dialogFails) throw RuntimeFailure(failure_number::InvalidProcedureCall);
   if (dialogAnswers.empty()) {
     ADD_FAILURE() << "a file dialog opened with no answer queued: " << request.title;
@@ -35,7 +34,6 @@ std::optional<std::string> ScriptedPlatform::readUserValue(const std::string& ke
 
 bool ScriptedPlatform::writeUserValue(const std::string& keyPath, const std::string& valueName,
                                       const std::string& data) {
-  if (!storeWritable) return false;
   store[{keyPath, valueName}] = data;
   return true;
 }
@@ -45,21 +43,22 @@ bool ScriptedPlatform::openDocument(const std::string& path) {
   return openSucceeds;
 }
 
-void ScriptedPlatform::showWindow(Form& window) { events.push_back("SHOW " + window.Name()); }
+void ScriptedPlatform::showWindow(Form& window) {
+  events.push_back("SHOW " + window.Name());
+}
 
 void ScriptedPlatform::showModal(Form& window, Form&) {
   events.push_back("SHOW " + window.Name());
-  if (whileModal) {
-    whileModal(window);
-  } else {
-    window.SetVisible(false);
-  }
-  if (window.Visible()) ADD_FAILURE() << "the modal window " << window.Name() << " was never hidden";
+  window.SetVisible(false);  // left at once, as if its OK button had been clicked
 }
 
-void ScriptedPlatform::hideWindow(Form& window) { events.push_back("HIDE " + window.Name()); }
+void ScriptedPlatform::hideWindow(Form& window) {
+  events.push_back("HIDE " + window.Name());
+}
 
-void ScriptedPlatform::unloadWindow(Form& window) { events.push_back("UNLOAD " + window.Name()); }
+void ScriptedPlatform::unloadWindow(Form& window) {
+  events.push_back("UNLOAD " + window.Name());
+}
 
 void ScriptedPlatform::setFocus(Form&, Control& control) {
   events.push_back("FOCUS " + control.Name());

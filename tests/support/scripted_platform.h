@@ -3,7 +3,6 @@
 // events recorded in order, an in-memory per-user store.
 
 #include <deque>
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -21,14 +20,12 @@ class ScriptedPlatform : public Platform {
   std::vector<std::string> events;
   std::vector<std::string> messages;  // prompts only
   std::vector<std::string> messageTitles;
-  std::vector<FileDialogRequest> dialogRequests;
 
   // Queued answers: a path, or nullopt for a cancel.
   std::deque<std::optional<std::string>> dialogAnswers;
   bool dialogFails = false;  // the next dialogs throw failure 5
 
   std::map<std::pair<std::string, std::string>, std::string> store;
-  bool storeWritable = true;
 
   bool openSucceeds = true;
   TwipsSize screen{1920 * 15.0, 1080 * 15.0};
@@ -36,15 +33,10 @@ class ScriptedPlatform : public Platform {
   std::string cwd = "/home/author";
   std::string programDir = "/opt/korvane";
 
-  // Runs while a window is shown modally; it plays the author. By default the
-  // window is left at once, as if its OK button had been clicked.
-  std::function<void(Form&)> whileModal;
-
   void clearLog() {
     events.clear();
     messages.clear();
     messageTitles.clear();
-    dialogRequests.clear();
   }
 
   void answer(const std::string& path) { dialogAnswers.push_back(path); }
@@ -53,7 +45,8 @@ class ScriptedPlatform : public Platform {
   void messageBox(const std::string& prompt, const std::string& title) override;
   std::optional<std::string> fileDialog(const FileDialogRequest& request) override;
   std::optional<std::string> readUserValue(const std::string& keyPath, const std::string& valueName) override;
-  bool writeUserValue(const std::string& keyPath, const std::string& valueName, const std::string& data) override;
+  bool writeUserValue(const std::string& keyPath, const std::string& valueName,
+                      const std::string& data) override;
   bool openDocument(const std::string& path) override;
   TwipsSize screenSize() override { return screen; }
   TwipsSize windowFrameSize(const Form&) override { return frame; }
