@@ -24,20 +24,17 @@
 namespace korvane {
 namespace {
 
-using Kind = std::string;
-using Role = std::string;
-
-class SpecialFile : public ::testing::TestWithParam<std::tuple<const char*, const char*>> {
+class SpecialFile : public ::testing::TestWithParam<std::tuple<std::string, std::string>> {
  protected:
   // A hang ends this test's process (SIGALRM) instead of blocking the suite.
   void SetUp() override { ::alarm(10); }
   void TearDown() override { ::alarm(0); }
 
-  std::string make(const Kind& kind, const Role& role) {
+  std::string make(const std::string& kind, const std::string& role) {
     // Endless as a source; as the target, the device that swallows all.
     if (kind == "Device") return role == "AsTarget" ? "/dev/null" : "/dev/zero";
     const std::string path = dir.file("special.kob");
-    if (kind == "Fifo") EXPECT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    EXPECT_TRUE(kind != "Fifo" || ::mkfifo(path.c_str(), 0600) == 0);
     if (kind == "Directory") std::filesystem::create_directory(path);
     if (kind == "Socket") {
       sockaddr_un address{AF_UNIX, {}};
@@ -57,8 +54,7 @@ class SpecialFile : public ::testing::TestWithParam<std::tuple<const char*, cons
 
 TEST_P(SpecialFile, NeitherWaitsNorIsReadNorWritten) {
   AppTitleName = "Korvane";
-  const Kind kind = std::get<0>(GetParam());
-  const Role role = std::get<1>(GetParam());
+  const auto& [kind, role] = GetParam();
   const std::string special = make(kind, role);
   const std::string source =
       dir.write("a.kob", testing::crlf({"[Material - 0]", "TextureMap=a.tga", "[LOD Information]",
@@ -87,9 +83,7 @@ TEST_P(SpecialFile, NeitherWaitsNorIsReadNorWritten) {
 INSTANTIATE_TEST_SUITE_P(KindsAndRoles, SpecialFile,
                          ::testing::Combine(::testing::Values("Fifo", "Device", "Socket", "Directory"),
                                             ::testing::Values("AsLOD0", "AsLOD1", "ReadAsLOD0", "AsTarget")),
-                         [](const auto& info) {
-                           return std::string(std::get<0>(info.param)) + std::get<1>(info.param);
-                         });
+                         [](const auto& info) { return std::get<0>(info.param) + std::get<1>(info.param); });
 
 }  // namespace
 }  // namespace korvane
