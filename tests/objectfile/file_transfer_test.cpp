@@ -47,6 +47,7 @@ TEST_F(FileTransfer, ReadingAndSavingGivesTheLinesEachWithCrLf) {
       {"[M]\r\n\r\n  x = 1\t\r\n", {"[M]", "", "  x = 1\t"}, "[M]\r\n\r\n  x = 1\t\r\n"},
       {"a\rb\r\nc\nd\r\ne", {"a", "b", "c\nd", "e"}, "a\r\nb\r\nc\nd\r\ne\r\n"},
       {"a\nb\n", {"a\nb\n"}, "a\nb\n\r\n"},
+      {"\r\r\n\n", {"", "", "\n"}, "\r\n\r\n\n\r\n"},
       {"", {}, ""},
   };
   fill(lod1, {"[LOD 1]"});

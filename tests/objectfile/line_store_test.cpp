@@ -45,17 +45,6 @@ std::string written(const LineStore& store) {
   return bytes;
 }
 
-TEST(LineStore, LoadsLinesByTheReadingRules) {
-  const std::pair<std::string, Lines> cases[] = {
-      {"", {}},
-      {"a\r\nb\rc", {"a", "b", "c"}},
-      {"a\r\n\r\n", {"a", ""}},
-      {"a\nb\r\nc\n", {"a\nb", "c\n"}},
-      {"\r\r\n\n", {"", "", "\n"}},
-  };
-  for (const auto& [bytes, lines] : cases) EXPECT_EQ(linesOf(loaded(bytes)), lines) << bytes;
-}
-
 TEST(LineStore, IndexesOutsideTheirRangeFailWithFiveAndChangeNothing) {
   LineStore store = loaded("ab\r\ncd");
   EXPECT_EQ(failureNumberOf([&] { store.AddItem("x", -1); }), 5);

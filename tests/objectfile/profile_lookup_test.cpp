@@ -47,7 +47,8 @@ TEST_F(Lookup, MaterialTextureMapByTheLookupRules) {
        crlf({std::string(100000, 'x') + "[Material - 0]", "TextureMap=no", " \t[Material - 0] x", "  ;[b]",
              "TextureMap=yes"}),
        "yes"},
-      {"section ends at the next head", crlf({"[Material - 0]", "ColorKey=1", "[Other]", "TextureMap=a"}), ""},
+      {"section ends at the next head", crlf({"[Material - 0]", "ColorKey=1", "[Other]", "TextureMap=a"}),
+       ""},
       {"first section of the name counts",
        crlf({"[Material - 0]", "ColorKey=1", "[MATERIAL - 0]", "TextureMap=b.tga"}), ""},
       {"line without equals sign", crlf({"[Material - 0]", "TextureMap", "TextureMap=b.tga"}), "b.tga"},
@@ -61,7 +62,8 @@ TEST_F(Lookup, MaterialTextureMapByTheLookupRules) {
     FlushProfileCache("");
     EXPECT_EQ(textureMap(dir.write("source.kob", file)), expected) << name;
   }
-  const std::string path = dir.write("source.kob", crlf({"[LOD Information]", "AutoLOD#0=0.25", "AutoLOD#1=0.1"}));
+  const std::string path =
+      dir.write("source.kob", crlf({"[LOD Information]", "AutoLOD#0=0.25", "AutoLOD#1=0.1"}));
   FlushProfileCache(path);
   EXPECT_EQ(GetINIString(platform, "LOD Information", "AutoLOD#1", path), "0.1");
   EXPECT_EQ(textureMap(dir.file("absent.kob")), "");

@@ -54,12 +54,14 @@ TEST(SourceValidation, AcceptsOrGivesTheFirstFailedCheck) {
       {"no number is zero", withNumberOfLOD("two"), kInvalid, kInvalidLOD1},
       {"beyond 32 bits", withNumberOfLOD("-3000000000"), kSilent, kSilent},
       {"empty file", "", kTextureMap, kTextureMap},
-      {"TextureMap NotFound", crlf({"[Material - 0]", "TextureMap=NotFound", "[LOD Information]", "NumberOfLOD=1"}),
-       kTextureMap, kTextureMap},
-      {"no NumberOfLOD", crlf({"[Material - 0]", "TextureMap=a", "[LOD 0]", "NumberOfSurfaces=2"}), kNumberOfLOD,
-       kNumberOfLOD},
+      {"TextureMap NotFound",
+       crlf({"[Material - 0]", "TextureMap=NotFound", "[LOD Information]", "NumberOfLOD=1"}), kTextureMap,
+       kTextureMap},
+      {"no NumberOfLOD", crlf({"[Material - 0]", "TextureMap=a", "[LOD 0]", "NumberOfSurfaces=2"}),
+       kNumberOfLOD, kNumberOfLOD},
       {"empty NumberOfSurfaces",
-       crlf({"[Material - 0]", "TextureMap=a", "[LOD Information]", "NumberOfLOD=1", "[LOD 0]", "NumberOfSurfaces="}),
+       crlf({"[Material - 0]", "TextureMap=a", "[LOD Information]", "NumberOfLOD=1", "[LOD 0]",
+             "NumberOfSurfaces="}),
        kAccepted, kSurfaces},
       {"NumberOfSurfaces in another section",
        crlf({"[Material - 0]", "TextureMap=a", "NumberOfSurfaces=3", "[LOD Information]", "NumberOfLOD=1"}),
@@ -67,7 +69,8 @@ TEST(SourceValidation, AcceptsOrGivesTheFirstFailedCheck) {
       // The lookup reads such a file, but the stores would take it as one
       // line that a rewrite replaces whole.
       {"mixed line ends",
-       "[Material - 0]\r\nTextureMap=a\r\n[LOD Information]\r\nNumberOfLOD=1\r\n[LOD 0]\r\nNumberOfSurfaces=2\r\n"
+       "[Material - 0]\r\nTextureMap=a\r\n[LOD Information]\r\nNumberOfLOD=1\r\n[LOD "
+       "0]\r\nNumberOfSurfaces=2\r\n"
        "Note=a\nb\r\n",
        kLineFeeds, kLineFeeds},
       {"byte-order mark", "\xEF\xBB\xBF" + withNumberOfLOD("1"), kAccepted, kAccepted},

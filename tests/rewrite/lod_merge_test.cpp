@@ -48,7 +48,6 @@ TEST_F(LodMerge, UpdateLODInformationExtendsOrUpdatesTheBlock) {
       {2, {"NumberOfLOD=2", "M", "AutoLOD#0=0.1", "x"}, {"NumberOfLOD=2", "M", block[2], block[3], "x"}},
       {2, {"NumberOfLOD=2", "M", "AutoLOD#1=0.9"}, {"NumberOfLOD=2", block[2], "M", block[3]}},
       {2, {"M", "AutoLOD#1=0.9"}, {"M", block[3]}},
-      {2, {"numberoflod=2 ;", "UseAutoLOD=F"}, {"numberoflod=2 ;", block[2], block[3], "UseAutoLOD=F"}},
       {2, {"NumberOfLOD=2", "AutoLOD#0=0.1 AutoLOD#1=0.9", "x"}, {"NumberOfLOD=2", block[3], "x"}},
       {2,
        {"AutoLOD#0=0.1", "; autoLOD#0=0.2", "AutoLOD#1=0.9", "AutoLOD#0=0.3", "AutoLOD#1=0.4"},
