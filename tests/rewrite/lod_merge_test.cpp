@@ -76,18 +76,20 @@ TEST_F(LodMerge, UpdateLOD1RenamesEveryLodZeroAndKeepsWhatSubstituteCannotRename
   testing::ScriptedPlatform platform;
   Program program{platform};
   frmKorvane& frm = program.MainWindow();
-  // "LOD 0" is renamed where it stands up to Substitute's last position;
-  // one further on makes the whole line Substitute's failure.
-  const std::string inside = std::string(32761, 'v') + "LOD 0";
+  // "LOD 0" is renamed where it stands up to Substitute's last position, the
+  // second in a line too; one further on makes the whole line Substitute's failure.
+  const std::string inside = "LOD 0" + std::string(32756, 'v') + "LOD 0";
   const std::string beyond = "LOD 0" + std::string(32757, 'v') + "LOD 0";
   ReadFileLOD1(frm, file("lod1.kob",
                          {"[LOD 0]", "Name=LOD 0 and LOD 0", "lod 0, LOD  0, LOD 00", inside, beyond, "x"}));
   frm.lstDataLOD1.Store().AddItem("LOD 0 added", 1);
-  UpdateLOD1(frm);
-  UpdateLOD1(frm);
-  EXPECT_EQ(linesOf(frm.lstDataLOD1.Store()),
-            (Lines{"[LOD 1]", "LOD 1 added", "Name=LOD 1 and LOD 1", "lod 0, LOD  0, LOD 10",
-                   std::string(32761, 'v') + "LOD 1", beyond, "x"}));
+  // A second save renames nothing more and meets the same failure again.
+  for (int save = 0; save < 2; ++save) {
+    UpdateLOD1(frm);
+    EXPECT_EQ(linesOf(frm.lstDataLOD1.Store()),
+              (Lines{"[LOD 1]", "LOD 1 added", "Name=LOD 1 and LOD 1", "lod 0, LOD  0, LOD 10",
+                     "LOD 1" + std::string(32756, 'v') + "LOD 1", beyond, "x"}));
+  }
   EXPECT_EQ(platform.messages, (Lines{"Substitute:  6 - 0", "Substitute:  6 - 0"}));
   EXPECT_EQ(platform.messageTitles[0], "Korvane");
 }
