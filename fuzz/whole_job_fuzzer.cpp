@@ -68,25 +68,15 @@ void checkOutput(const std::string& output, const Lines& lod0Source, const std::
 }
 
 // Past the limit a write fails with EFBIG. SIGXFSZ, which libFuzzer would
-// take for a finding, is ignored meanwhile; the limit is lifted before any
-// check can report.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t limit) : m_previous(std::signal(SIGXFSZ, SIG_IGN)) { set(limit); }
-  ~FileSizeLimit() {
-    set(RLIM_INFINITY);
-    std::signal(SIGXFSZ, m_previous);
-  }
-
- private:
-  static void set(rlim_t limit) {
-    rlimit current{};
-    ::getrlimit(RLIMIT_FSIZE, &current);
-    current.rlim_cur = std::min(limit, current.rlim_max);
-    ::setrlimit(RLIMIT_FSIZE, &current);
-  }
-  void (*m_previous)(int);
-};
+// take for a finding, is ignored meanwhile.
+void limitFileSize(rlim_t limit) {
+  static void (*const previous)(int) = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit current{};
+  ::getrlimit(RLIMIT_FSIZE, &current);
+  current.rlim_cur = std::min(limit, current.rlim_max);
+  ::setrlimit(RLIMIT_FSIZE, &current);
+  std::signal(SIGXFSZ, limit == RLIM_INFINITY ? previous : SIG_IGN);
+}
 
 }  // namespace
 
@@ -129,11 +119,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const rlim_t limit = static_cast<rlim_t>(data[1]) * (lod0Bytes.size() + lod1Bytes.size() + 200) / 128;
   platform.messages.clear();
   platform.dialogAnswers = {outPath};
-  {
-    std::optional<FileSizeLimit> limited;
-    if (flags & 4) limited.emplace(limit);
-    btnSaveAs_Click(frm);
-  }
+  // The limit is lifted again before any check can report.
+  if (flags & 4) limitFileSize(limit);
+  btnSaveAs_Click(frm);
+  limitFileSize(RLIM_INFINITY);
   const Lines saveMessages = platform.messages;
 
   if (!platform.dialogAnswers.empty()) {
