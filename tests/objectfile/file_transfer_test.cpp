@@ -81,27 +81,34 @@ TEST_F(FileTransfer, ReadFileLOD1StoresFromTheFirstExactMarkerLineOn) {
 }
 
 // Caps the size of files this process writes, with SIGXFSZ ignored, so that
-// a write stops half way as on a full disk.
+// a write stops half way as on a full disk: in the middle of the lines, or
+// only when the last buffered bytes go out as the file is closed.
 TEST_F(FileTransfer, WriteFailingHalfWayLeavesThePartialFileAndTheStores) {
+  auto saveWithLimit = [&](void (*save)(frmKorvane&, const std::string&), rlim_t bytes) {
+    rlimit old{};
+    getrlimit(RLIMIT_FSIZE, &old);
+    rlimit limit = old;
+    limit.rlim_cur = bytes;
+    auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &limit);
+    save(frm, dir.file("out.kob"));
+    setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, oldHandler);
+    return readBytes(dir.file("out.kob"));
+  };
   std::string source;
   for (int i = 0; i < 200000; ++i) source += "line " + std::to_string(i) + "\r\n";
   // Read from a file, so that the lines go out as one run of the source.
   ReadFileLOD0(frm, dir.write("source.kob", source));
   const Lines lines = linesOf(lod0);
   fill(lod1, {"[LOD 1]"});
-  rlimit old{};
-  getrlimit(RLIMIT_FSIZE, &old);
-  rlimit limit = old;
-  limit.rlim_cur = 1500000;
-  auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-  setrlimit(RLIMIT_FSIZE, &limit);
-  SaveFileCombined(frm, dir.file("out.kob"));
-  setrlimit(RLIMIT_FSIZE, &old);
-  std::signal(SIGXFSZ, oldHandler);
-  EXPECT_EQ(platform.messages, (Lines{"Unexpected error in SaveFileCombined: Disk full ( 61)"}));
-  EXPECT_EQ(readBytes(dir.file("out.kob")), source.substr(0, 1500000));
+  EXPECT_EQ(saveWithLimit(SaveFileCombined, 1500000), source.substr(0, 1500000));
   EXPECT_EQ(linesOf(lod0), lines);
   EXPECT_EQ(linesOf(lod1), (Lines{"[LOD 1]"}));
+  fill(lod0, {"a", "b"});
+  EXPECT_EQ(saveWithLimit(SaveFileLOD0, 3), "a\r\n");
+  EXPECT_EQ(platform.messages, (Lines{"Unexpected error in SaveFileCombined: Disk full ( 61)",
+                                      "Unexpected error in SaveFileLOD0: Disk full ( 61)"}));
 }
 
 // A failed read leaves its own store empty, a failed save both as they were,
