@@ -7,14 +7,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "fuzz_support.h"
 #include "mainwindow/color_key_editor.h"
-#include "mainwindow/main_window.h"
 #include "runtime/failure.h"
-#include "runtime/headless_platform.h"
-#include "shell/program.h"
 
 using namespace korvane;
 using namespace korvane::fuzzing;
@@ -74,9 +70,9 @@ void expect(frmKorvane& frm, std::string& log, const std::string& what, bool tak
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FuzzedDataProvider input(data, size);
-  HeadlessPlatform platform;
-  Program program(platform);
-  frmKorvane& frm = program.MainWindow();
+  Session session;
+  HeadlessPlatform& platform = session.platform;
+  frmKorvane& frm = session.frm;
   frm.Form_Load();
   std::string log = "\nactions:";
   checkAtRest(frm, log);
@@ -126,15 +122,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         log += "\n  a source with ColorKey=" + shown(value) + " read";
         writeBytes(sourcePath, "[Material - 0]\r\nColorKey=" + value + "\r\n");
         ReadColorKeyINI(frm, sourcePath);
-        for (const std::string& message : platform.messages) {
-          FUZZ_CHECK(message == "Unexpected error in ReadColorKeyINI: Invalid property value ( 380)",
-                     "ReadColorKeyINI showed " + shown(message) + log);
-        }
-        platform.messages.clear();
+        // A value the controls refuse may stop the reading, never anything else.
+        std::erase(platform.messages, "Unexpected error in ReadColorKeyINI: Invalid property value ( 380)");
         break;
       }
     }
-    FUZZ_CHECK(platform.messages.empty(), "an action showed " + shown(platform.messages) + log);
+    FUZZ_CHECK(platform.messages.empty(), "an action showed " + shown(crlf(platform.messages)) + log);
     checkAtRest(frm, state(frm) + log);
   }
   return 0;

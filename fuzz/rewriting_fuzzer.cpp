@@ -1,7 +1,7 @@
 // The rewriting procedures on random stores and control values, one or more
-// saves in a row: after every procedure both stores equal what a plain model
-// of the rewriting rules gives, so line counts change exactly as the rules
-// say and no other line changes.
+// saves in a row: after every procedure both stores and the messages equal
+// what a plain model of the rewriting rules gives, so line counts change
+// exactly as the rules say and no other line changes.
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -10,183 +10,124 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "advanced/advanced_settings_window.h"
 #include "fuzz_support.h"
-#include "mainwindow/main_window.h"
 #include "rewrite/lod_merge.h"
 #include "rewrite/material_lines.h"
-#include "runtime/headless_platform.h"
-#include "shell/program.h"
 
 using namespace korvane;
 using namespace korvane::fuzzing;
 
 namespace {
 
-using Lines = std::vector<std::string>;
-
-const std::string kTextureMapMissing = "The TextureMap keyword was not found in your KOB file";
-
 // Lines that hold the keywords in the ways a source may: other capitals,
 // blanks, comments, several on one line, and the LOD markers.
-const Lines& vocabulary() {
-  static const Lines lines = [] {
-    const std::string_view all =
-        "TextureMap=wall.tga|texturemap=old.tga|  TEXTUREMAP=x.tga|TextureMap =spaced.tga|; TextureMap=note|"
-        "MyTextureMap=a|ColorKey=1,2,3|colorkey=9,9,9|ColorKey =0,0,0|NumberOfLOD=1|numberoflod=2|"
-        "NumberOfLOD = 1|UseAutoLOD=T|AutoLOD#0=0.5|autolod#0=0.1|AutoLOD#1=0.2|AutoLOD#0=1 AutoLOD#1=2|"
-        "[LOD 0]|[LOD 1]|[lod 0]|LOD 0 and LOD 0|LOD 00|NumberOfSurfaces=3|[Material - 0]|[LOD Information]||"
-        "LLOD 0OD 0|[Material - 1]";
-    Lines split(1);
-    for (char c : all) {
-      if (c == '|') {
-        split.emplace_back();
-      } else {
-        split.back() += c;
-      }
-    }
-    return split;
-  }();
-  return lines;
-}
-
-std::string randomLine(FuzzedDataProvider& input) {
-  const std::uint8_t kind = input.ConsumeIntegral<std::uint8_t>();
-  std::string line;
-  if (kind < 176) line = vocabulary()[kind % vocabulary().size()];
-  if (kind >= 128) line += input.ConsumeRandomLengthString(24);
-  return line;
-}
+const Lines kVocabulary = sourceLines(
+    "TextureMap=wall.tga\ntexturemap=old.tga\n  TEXTUREMAP=x.tga\nTextureMap =spaced.tga\n; TextureMap=note\n"
+    "MyTextureMap=a\nColorKey=1,2,3\ncolorkey=9,9,9\nColorKey =0,0,0\nNumberOfLOD=1\nnumberoflod=2\n"
+    "NumberOfLOD = 1\nUseAutoLOD=T\nAutoLOD#0=0.5\nautolod#0=0.1\nAutoLOD#1=0.2\nAutoLOD#0=1 AutoLOD#1=2\n"
+    "[LOD 0]\n[LOD 1]\n[lod 0]\nLOD 0 and LOD 0\nLOD 00\nNumberOfSurfaces=3\n[Material - 0]\n"
+    "[LOD Information]\n\nLLOD 0OD 0\n[Material - 1]\n",
+    true);
 
 Lines randomLines(FuzzedDataProvider& input, std::size_t most) {
   Lines lines(input.ConsumeIntegralInRange<std::size_t>(0, most));
-  for (std::string& line : lines) line = randomLine(input);
+  for (std::string& line : lines) {
+    const std::uint8_t kind = input.ConsumeIntegral<std::uint8_t>();
+    if (kind < 176) line = kVocabulary[kind % kVocabulary.size()];
+    if (kind >= 128) line += input.ConsumeRandomLengthString(24);
+  }
   return lines;
 }
 
 std::string randomColour(FuzzedDataProvider& input) {
   const int number = input.ConsumeIntegralInRange<int>(0, 1000);
   if (number == 1000) return "";
-  std::string text = std::to_string(number);
-  if (text.size() < 3 && input.ConsumeBool()) text.insert(0, "0");
-  return text;
-}
-
-// The keyword test of the rewriting: the upper-cased copy contains it.
-bool holds(std::string_view line, std::string_view keyword) {
-  std::string upper(line);
-  for (char& c : upper) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
-  return upper.find(keyword) != std::string::npos;
+  return (number < 100 && input.ConsumeBool() ? "0" : "") + std::to_string(number);
 }
 
 std::optional<std::size_t> firstHolding(const Lines& lines, std::string_view keyword) {
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (holds(lines[i], keyword)) return i;
+    if (upperHolds(lines[i], keyword)) return i;
   }
   return std::nullopt;
 }
 
-void insertAt(Lines& lines, std::size_t index, std::string text) {
-  lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(index), std::move(text));
-}
-
-// What the four procedures do, written straight from their rules.
+// What the four procedures do to the LOD 0 lines, written straight from their rules.
 struct Model {
-  Lines lod0;
-  Lines lod1;
-  std::vector<std::string> messages;
+  Lines lines;
+  Lines messages;
+
+  void insert(std::size_t at, const std::string& text) { lines.insert(lines.begin() + at, text); }
 
   void updateTextureMap(const std::string& textureMap) {
-    if (auto i = firstHolding(lod0, "TEXTUREMAP=")) {
-      lod0[*i] = "TextureMap=" + textureMap;
+    if (auto i = firstHolding(lines, "TEXTUREMAP=")) {
+      lines[*i] = "TextureMap=" + textureMap;
     } else {
-      messages.push_back(kTextureMapMissing);
+      messages.push_back("The TextureMap keyword was not found in your KOB file");
     }
   }
 
   void updateColorKey(bool on, const std::string& value) {
-    if (auto i = firstHolding(lod0, "COLORKEY=")) {
-      if (on) {
-        lod0[*i] = "ColorKey=" + value;
-      } else {
-        lod0.erase(lod0.begin() + static_cast<std::ptrdiff_t>(*i));
-      }
-    } else if (on) {
-      if (auto j = firstHolding(lod0, "TEXTUREMAP=")) insertAt(lod0, *j + 1, "ColorKey=" + value);
+    if (auto i = firstHolding(lines, "COLORKEY=")) {
+      if (on) lines[*i] = "ColorKey=" + value;
+      if (!on) lines.erase(lines.begin() + *i);
+    } else if (auto j = firstHolding(lines, "TEXTUREMAP="); on && j) {
+      insert(*j + 1, "ColorKey=" + value);
     }
   }
 
-  void updateLODInformation(int value, const std::string& point0, const std::string& point1) {
-    const std::string line0 = "AutoLOD#0=" + point0;
-    const std::string line1 = "AutoLOD#1=" + point1;
+  void updateLODInformation(int value, const std::string& line0, const std::string& line1) {
     if (value != 2) {
-      if (auto i = firstHolding(lod0, "NUMBEROFLOD=")) {
-        lod0[*i] = "NumberOfLOD=2";
-        insertAt(lod0, *i + 1, "UseAutoLOD=T");
-        insertAt(lod0, *i + 2, line0);
-        insertAt(lod0, *i + 3, line1);
+      if (auto i = firstHolding(lines, "NUMBEROFLOD=")) {
+        lines[*i] = "NumberOfLOD=2";
+        insert(*i + 1, line1);
+        insert(*i + 1, line0);
+        insert(*i + 1, "UseAutoLOD=T");
       }
       return;
     }
     // One pass rewrites both kinds of line; a line holding both ends as the second.
     bool found0 = false;
     bool found1 = false;
-    for (std::size_t i = 0; i < lod0.size() && !(found0 && found1); ++i) {
-      const std::string asRead = lod0[i];
-      if (holds(asRead, "AUTOLOD#0=")) lod0[i] = line0;
-      if (holds(asRead, "AUTOLOD#1=")) lod0[i] = line1;
-      found0 = found0 || holds(asRead, "AUTOLOD#0=");
-      found1 = found1 || holds(asRead, "AUTOLOD#1=");
+    for (std::size_t i = 0; i < lines.size() && !(found0 && found1); ++i) {
+      const bool holds0 = upperHolds(lines[i], "AUTOLOD#0=");
+      const bool holds1 = upperHolds(lines[i], "AUTOLOD#1=");
+      if (holds0) lines[i] = line0;
+      if (holds1) lines[i] = line1;
+      found0 = found0 || holds0;
+      found1 = found1 || holds1;
     }
-    auto i = firstHolding(lod0, "NUMBEROFLOD=");
-    if (!found0 && i) insertAt(lod0, *i + 1, line0);
-    auto j = firstHolding(lod0, "AUTOLOD#0=");
-    if (!found1 && j) insertAt(lod0, *j + 1, line1);
-  }
-
-  void updateLOD1() {
-    for (std::string& line : lod1) {
-      for (std::size_t at = line.find("LOD 0"); at != std::string::npos; at = line.find("LOD 0")) {
-        line.replace(at, 5, "LOD 1");
-      }
-    }
+    if (auto i = firstHolding(lines, "NUMBEROFLOD="); !found0 && i) insert(*i + 1, line0);
+    if (auto j = firstHolding(lines, "AUTOLOD#0="); !found1 && j) insert(*j + 1, line1);
   }
 };
-
-Lines stored(const LineStore& store) {
-  Lines lines;
-  for (std::int32_t i = 0; i < store.ListCount(); ++i) lines.emplace_back(store.List(i));
-  return lines;
-}
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FuzzedDataProvider input(data, size);
-  HeadlessPlatform platform;
-  Program program(platform);
-  frmKorvane& frm = program.MainWindow();
-  frmAdvancedSettings& settings = program.AdvancedSettings();
-  Model model{randomLines(input, 40), randomLines(input, 12), {}};
-  for (const std::string& line : model.lod0) frm.lstDataLOD0.Store().AddItem(line);
-  for (const std::string& line : model.lod1) frm.lstDataLOD1.Store().AddItem(line);
+  Session session;
+  frmKorvane& frm = session.frm;
+  frmAdvancedSettings& settings = session.program.AdvancedSettings();
+  Model model{randomLines(input, 40), {}};
+  Lines lod1 = randomLines(input, 12);
+  for (const std::string& line : model.lines) frm.lstDataLOD0.Store().AddItem(line);
+  for (const std::string& line : lod1) frm.lstDataLOD1.Store().AddItem(line);
   // The box's own handler would ask for a LOD 1 source; here the value alone
   // is what the rewriting reads.
   frm.chkAddLOD1.onClick = nullptr;
 
   std::string log;
   auto check = [&](const std::string& step) {
-    log += "\n" + step + ":\n  lstDataLOD0 " + shown(model.lod0, 40);
-    const Lines lod0 = stored(frm.lstDataLOD0.Store());
-    const Lines lod1 = stored(frm.lstDataLOD1.Store());
-    FUZZ_CHECK(lod0 == model.lod0 && lod1 == model.lod1 && platform.messages == model.messages,
-               "after " + step + ": " + shown(lod0, 40) + "\nlstDataLOD1 " + shown(lod1, 40) + "\nshown " +
-                   shown(platform.messages) + "\nexpected " + shown(model.lod1, 40) + ", " +
-                   shown(model.messages) + log);
+    log += "\n" + step + ", expected " + shown(crlf(model.lines)) + " and " + shown(crlf(lod1));
+    FUZZ_CHECK(storedLines(frm.lstDataLOD0.Store()) == model.lines &&
+                   storedLines(frm.lstDataLOD1.Store()) == lod1 &&
+                   session.platform.messages == model.messages,
+               "got " + shown(crlf(storedLines(frm.lstDataLOD0.Store()))) + " and " +
+                   shown(crlf(storedLines(frm.lstDataLOD1.Store()))) + ", shown " +
+                   shown(crlf(session.platform.messages)) + log);
   };
 
   // One or more saves' worth of rewriting, in the order of the save.
@@ -209,11 +150,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     UpdateColorKeyLOD0(frm);
     check("UpdateColorKeyLOD0");
     if (frm.chkAddLOD1.Value() == 0) continue;
-    model.updateLODInformation(frm.chkAddLOD1.Value(), settings.mskAutoLOD0.Text(),
-                               settings.mskAutoLOD1.Text());
+    model.updateLODInformation(frm.chkAddLOD1.Value(), "AutoLOD#0=" + settings.mskAutoLOD0.Text(),
+                               "AutoLOD#1=" + settings.mskAutoLOD1.Text());
     UpdateLODInformation(frm);
     check("UpdateLODInformation with chkAddLOD1 " + std::to_string(frm.chkAddLOD1.Value()));
-    model.updateLOD1();
+    for (std::string& line : lod1) line = renamedLOD0(line);
     UpdateLOD1(frm);
     check("UpdateLOD1");
   }

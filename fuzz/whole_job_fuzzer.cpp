@@ -25,15 +25,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "fuzz_support.h"
-#include "mainwindow/main_window.h"
 #include "mainwindow/save_as.h"
 #include "mainwindow/source_loading.h"
 #include "objectfile/file_transfer.h"
-#include "runtime/headless_platform.h"
-#include "shell/program.h"
 
 using namespace korvane;
 using namespace korvane::fuzzing;
@@ -41,96 +37,46 @@ using namespace korvane::fuzzing;
 namespace {
 
 constexpr std::string_view kSplit{"\0SPLIT\0", 7};
-constexpr std::string_view kRewrittenKeywords[] = {
+constexpr const char* kRewritten[] = {
     "TEXTUREMAP=", "COLORKEY=", "NUMBEROFLOD=", "AUTOLOD#0=", "AUTOLOD#1=", "USEAUTOLOD="};
-using Lines = std::vector<std::string>;
-
-// The lines as an author's editor shows them: CR LF, CR and LF each end one.
-Lines authorLines(std::string_view bytes) {
-  Lines lines;
-  std::size_t start = 0;
-  while (start < bytes.size()) {
-    std::size_t end = bytes.find_first_of("\r\n", start);
-    if (end == std::string_view::npos) end = bytes.size();
-    lines.emplace_back(bytes.substr(start, end - start));
-    start = end + 1;
-    if (end + 1 < bytes.size() && bytes[end] == '\r' && bytes[end + 1] == '\n') ++start;
-  }
-  return lines;
-}
-
-// Every written line ends in CR LF and no stored line holds a CR.
-Lines writtenLines(std::string_view bytes) {
-  Lines lines;
-  for (std::size_t start = 0; start < bytes.size();) {
-    std::size_t end = bytes.find("\r\n", start);
-    FUZZ_CHECK(end != std::string_view::npos, "output does not end in CR LF: " + shown(bytes));
-    lines.emplace_back(bytes.substr(start, end - start));
-    start = end + 2;
-  }
-  return lines;
-}
-
-bool holdsRewrittenKeyword(const std::string& line) {
-  std::string upper = line;
-  for (char& c : upper) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-  return std::any_of(std::begin(kRewrittenKeywords), std::end(kRewrittenKeywords),
-                     [&](std::string_view keyword) { return upper.find(keyword) != std::string::npos; });
-}
 
 Lines untouched(const Lines& lines) {
   Lines kept;
   for (const std::string& line : lines) {
-    if (!holdsRewrittenKeyword(line)) kept.push_back(line);
+    if (std::none_of(std::begin(kRewritten), std::end(kRewritten),
+                     [&](const char* keyword) { return upperHolds(line, keyword); }))
+      kept.push_back(line);
   }
   return kept;
 }
 
-Lines renamedFromMarker(const Lines& lines) {
-  Lines renamed;
-  auto marker = std::find(lines.begin(), lines.end(), "[LOD 0]");
-  for (auto it = marker; it != lines.end(); ++it) {
-    std::string line = *it;
-    for (std::size_t at = line.find("LOD 0"); at != std::string::npos; at = line.find("LOD 0", at + 5)) {
-      line[at + 4] = '1';
-    }
-    renamed.push_back(line);
-  }
-  return renamed;
-}
-
+// lod0Source and lod1Source are the lines as an author's editor shows them.
 void checkOutput(const std::string& output, const Lines& lod0Source, const std::optional<Lines>& lod1Source) {
-  Lines lines = writtenLines(output);
+  Lines lines = sourceLines(output);
+  FUZZ_CHECK(crlf(lines) == output, "not every output line ends in CR LF: " + shown(output));
   if (lod1Source) {
-    const Lines tail = renamedFromMarker(*lod1Source);
+    Lines tail;
+    for (auto it = std::find(lod1Source->begin(), lod1Source->end(), "[LOD 0]"); it != lod1Source->end();
+         ++it)
+      tail.push_back(renamedLOD0(*it));
     FUZZ_CHECK(lines.size() >= tail.size() && std::equal(tail.begin(), tail.end(), lines.end() - tail.size()),
-               "the LOD 1 lines " + shown(tail) + " do not end the output " + shown(lines));
+               "the LOD 1 lines " + shown(crlf(tail)) + " do not end the output " + shown(output));
     lines.resize(lines.size() - tail.size());
   }
   FUZZ_CHECK(untouched(lines) == untouched(lod0Source),
-             "LOD 0 lines lost or changed: source " + shown(lod0Source) + "\noutput " + shown(lines));
+             "LOD 0 lines lost or changed: source " + shown(crlf(lod0Source)) + "\noutput " + shown(output));
 }
 
 // Past the limit a write fails with EFBIG. SIGXFSZ, which libFuzzer would
-// take for a finding, is ignored meanwhile; the limit is lifted before any
-// check can report.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t limit) : m_previous(std::signal(SIGXFSZ, SIG_IGN)) { set(limit); }
-  ~FileSizeLimit() {
-    set(RLIM_INFINITY);
-    std::signal(SIGXFSZ, m_previous);
-  }
-
- private:
-  static void set(rlim_t limit) {
-    rlimit current{};
-    ::getrlimit(RLIMIT_FSIZE, &current);
-    current.rlim_cur = std::min(limit, current.rlim_max);
-    ::setrlimit(RLIMIT_FSIZE, &current);
-  }
-  void (*m_previous)(int);
-};
+// take for a finding, is ignored meanwhile.
+void limitFileSize(rlim_t limit) {
+  static void (*const previous)(int) = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit current{};
+  ::getrlimit(RLIMIT_FSIZE, &current);
+  current.rlim_cur = std::min(limit, current.rlim_max);
+  ::setrlimit(RLIMIT_FSIZE, &current);
+  std::signal(SIGXFSZ, limit == RLIM_INFINITY ? previous : SIG_IGN);
+}
 
 }  // namespace
 
@@ -151,10 +97,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   writeBytes(lod1Path, lod1Bytes);
   ::unlink(outPath.c_str());
 
-  HeadlessPlatform platform;
-  Program program(platform);
-  program.Main();
-  frmKorvane& frm = program.MainWindow();
+  Session session;
+  HeadlessPlatform& platform = session.platform;
+  frmKorvane& frm = session.frm;
+  session.program.Main();
 
   platform.dialogAnswers = {lod0Path};
   btnBrowseLOD0_Click(frm);
@@ -173,38 +119,35 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const rlim_t limit = static_cast<rlim_t>(data[1]) * (lod0Bytes.size() + lod1Bytes.size() + 200) / 128;
   platform.messages.clear();
   platform.dialogAnswers = {outPath};
-  {
-    std::optional<FileSizeLimit> limited;
-    if (flags & 4) limited.emplace(limit);
-    btnSaveAs_Click(frm);
-  }
-  const std::vector<std::string> saveMessages = platform.messages;
+  // The limit is lifted again before any check can report.
+  if (flags & 4) limitFileSize(limit);
+  btnSaveAs_Click(frm);
+  limitFileSize(RLIM_INFINITY);
+  const Lines saveMessages = platform.messages;
 
   if (!platform.dialogAnswers.empty()) {
     // Save As refused incomplete input before its dialog.
-    FUZZ_CHECK(platform.messages.size() == 1, "Save As refused with " + shown(platform.messages));
+    FUZZ_CHECK(platform.messages.size() == 1, "Save As refused with " + shown(crlf(platform.messages)));
     return 0;
   }
-  const std::optional<Lines> lod1Source = withLOD1 ? std::optional(authorLines(lod1Bytes)) : std::nullopt;
-  const char* saver = frm.chkAddLOD1.Value() > 0 ? "SaveFileCombined" : "SaveFileLOD0";
-  if (!(flags & 4)) {
-    checkOutput(readBytes(outPath), authorLines(lod0Bytes), lod1Source);
-    return 0;
+  // Without a limit the file is the full output; with one it is its head, and
+  // the stores, untouched by the failure, still save it whole.
+  const std::string output = readBytes(outPath);
+  std::string full = output;
+  if (flags & 4) {
+    const char* saver = frm.chkAddLOD1.Value() > 0 ? "SaveFileCombined" : "SaveFileLOD0";
+    platform.messages.clear();
+    (frm.chkAddLOD1.Value() > 0 ? SaveFileCombined : SaveFileLOD0)(frm, scratchFile("full.kob"));
+    FUZZ_CHECK(platform.messages.empty(), "saving again failed: " + shown(crlf(platform.messages)));
+    full = readBytes(scratchFile("full.kob"));
+    FUZZ_CHECK(output == full.substr(0, limit),
+               "the cut file " + shown(output) + " is not the head of " + shown(full));
+    const std::string failure = std::string("Unexpected error in ") + saver + ": Disk full ( 61)";
+    FUZZ_CHECK((limit < full.size()) == (!saveMessages.empty() && saveMessages.back() == failure),
+               "a save cut at " + std::to_string(limit) + " of " + std::to_string(full.size()) +
+                   " bytes showed " + shown(crlf(saveMessages)));
   }
-
-  const std::string partial = readBytes(outPath);
-  const std::string fullPath = scratchFile("full.kob");
-  platform.messages.clear();
-  (frm.chkAddLOD1.Value() > 0 ? SaveFileCombined : SaveFileLOD0)(frm, fullPath);
-  FUZZ_CHECK(platform.messages.empty(), "saving again failed: " + shown(platform.messages));
-  const std::string full = readBytes(fullPath);
-  checkOutput(full, authorLines(lod0Bytes), lod1Source);
-  FUZZ_CHECK(partial == full.substr(0, limit),
-             "the cut file " + shown(partial) + " is not the head of " + shown(full));
-  const bool cut = limit < full.size();
-  const std::string failure = std::string("Unexpected error in ") + saver + ": Disk full ( 61)";
-  FUZZ_CHECK(cut == (!saveMessages.empty() && saveMessages.back() == failure),
-             "a save cut at " + std::to_string(limit) + " of " + std::to_string(full.size()) +
-                 " bytes showed " + shown(saveMessages));
+  checkOutput(full, sourceLines(lod0Bytes, true),
+              withLOD1 ? std::optional(sourceLines(lod1Bytes, true)) : std::nullopt);
   return 0;
 }

@@ -10,7 +10,6 @@
 
 #include <filesystem>
 #include <string>
-#include <tuple>
 
 #include "mainwindow/main_window.h"
 #include "mainwindow/save_as.h"
@@ -24,72 +23,59 @@
 namespace korvane {
 namespace {
 
-using Kind = std::string;
-using Role = std::string;
-
-class SpecialFile : public ::testing::TestWithParam<std::tuple<const char*, const char*>> {
- protected:
-  // A hang ends this test's process (SIGALRM) instead of blocking the suite.
-  void SetUp() override { ::alarm(10); }
-  void TearDown() override { ::alarm(0); }
-
-  std::string make(const Kind& kind, const Role& role) {
-    // Endless as a source; as the target, the device that swallows all.
-    if (kind == "Device") return role == "AsTarget" ? "/dev/null" : "/dev/zero";
-    const std::string path = dir.file("special.kob");
-    if (kind == "Fifo") EXPECT_EQ(::mkfifo(path.c_str(), 0600), 0);
-    if (kind == "Directory") std::filesystem::create_directory(path);
-    if (kind == "Socket") {
-      sockaddr_un address{AF_UNIX, {}};
-      path.copy(address.sun_path, sizeof address.sun_path - 1);
-      int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
-      EXPECT_EQ(::bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-      ::close(socket);  // the socket file stays
-    }
-    return path;
+std::string make(const std::string& kind, const std::string& role, const std::string& path) {
+  // Endless as a source; as the target, the device that swallows all.
+  if (kind == "Device") return role == "AsTarget" ? "/dev/null" : "/dev/zero";
+  EXPECT_TRUE(kind != "Fifo" || ::mkfifo(path.c_str(), 0600) == 0);
+  if (kind == "Directory") std::filesystem::create_directory(path);
+  if (kind == "Socket") {
+    sockaddr_un address{AF_UNIX, {}};
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    EXPECT_EQ(::bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    ::close(socket);  // the socket file stays
   }
-
-  testing::ScriptedPlatform platform;
-  Program program{platform};
-  frmKorvane& frm = program.MainWindow();
-  testing::TempDir dir;
-};
-
-TEST_P(SpecialFile, NeitherWaitsNorIsReadNorWritten) {
-  AppTitleName = "Korvane";
-  const Kind kind = std::get<0>(GetParam());
-  const Role role = std::get<1>(GetParam());
-  const std::string special = make(kind, role);
-  const std::string source =
-      dir.write("a.kob", testing::crlf({"[Material - 0]", "TextureMap=a.tga", "[LOD Information]",
-                                        "NumberOfLOD=1", "[LOD 0]", "NumberOfSurfaces=1"}));
-  platform.answer(source);
-  btnBrowseLOD0_Click(frm);
-  platform.clearLog();
-  platform.answer(special);
-
-  std::string expected = "Error Reading KOB File: TextureMap Not Found";
-  if (role == "AsLOD0") btnBrowseLOD0_Click(frm);
-  if (role == "AsLOD1") frm.chkAddLOD1.SetValue(1);
-  if (role == "ReadAsLOD0") ReadFileLOD0(frm, special);
-  if (role == "ReadAsLOD0") expected = "Unexpected error in ReadFileLOD0: Path/File access error ( 75)";
-  if (role == "AsTarget") btnSaveAs_Click(frm);
-  if (role == "AsTarget") expected = "Unexpected error in SaveFileLOD0: Path/File access error ( 75)";
-  EXPECT_EQ(platform.messages, std::vector<std::string>{expected});
-  if (role == "ReadAsLOD0") return;
-  // Nothing loaded changed, so the author can still save, elsewhere.
-  EXPECT_EQ(frm.txtFilePathLOD0.Text(), source);
-  EXPECT_EQ(frm.chkAddLOD1.Value(), 0);
-  SaveFileLOD0(frm, dir.file("elsewhere.kob"));
-  EXPECT_EQ(testing::readBytes(dir.file("elsewhere.kob")), testing::readBytes(source));
+  return path;
 }
 
-INSTANTIATE_TEST_SUITE_P(KindsAndRoles, SpecialFile,
-                         ::testing::Combine(::testing::Values("Fifo", "Device", "Socket", "Directory"),
-                                            ::testing::Values("AsLOD0", "AsLOD1", "ReadAsLOD0", "AsTarget")),
-                         [](const auto& info) {
-                           return std::string(std::get<0>(info.param)) + std::get<1>(info.param);
-                         });
+TEST(SpecialFile, NeitherWaitsNorIsReadNorWritten) {
+  AppTitleName = "Korvane";
+  // A hang ends this test's process (SIGALRM) instead of blocking the suite.
+  ::alarm(60);
+  for (const std::string kind : {"Fifo", "Device", "Socket", "Directory"}) {
+    for (const std::string role : {"AsLOD0", "AsLOD1", "ReadAsLOD0", "AsTarget"}) {
+      SCOPED_TRACE(kind + " " + role);
+      testing::ScriptedPlatform platform;
+      Program program{platform};
+      frmKorvane& frm = program.MainWindow();
+      testing::TempDir dir;
+      const std::string special = make(kind, role, dir.file("special.kob"));
+      const std::string source =
+          dir.write("a.kob", testing::crlf({"[Material - 0]", "TextureMap=a.tga", "[LOD Information]",
+                                            "NumberOfLOD=1", "[LOD 0]", "NumberOfSurfaces=1"}));
+      platform.answer(source);
+      btnBrowseLOD0_Click(frm);
+      platform.clearLog();
+      platform.answer(special);
+
+      std::string expected = "Error Reading KOB File: TextureMap Not Found";
+      if (role == "AsLOD0") btnBrowseLOD0_Click(frm);
+      if (role == "AsLOD1") frm.chkAddLOD1.SetValue(1);
+      if (role == "ReadAsLOD0") ReadFileLOD0(frm, special);
+      if (role == "ReadAsLOD0") expected = "Unexpected error in ReadFileLOD0: Path/File access error ( 75)";
+      if (role == "AsTarget") btnSaveAs_Click(frm);
+      if (role == "AsTarget") expected = "Unexpected error in SaveFileLOD0: Path/File access error ( 75)";
+      EXPECT_EQ(platform.messages, std::vector<std::string>{expected});
+      if (role == "ReadAsLOD0") continue;
+      // Nothing loaded changed, so the author can still save, elsewhere.
+      EXPECT_EQ(frm.txtFilePathLOD0.Text(), source);
+      EXPECT_EQ(frm.chkAddLOD1.Value(), 0);
+      SaveFileLOD0(frm, dir.file("elsewhere.kob"));
+      EXPECT_EQ(testing::readBytes(dir.file("elsewhere.kob")), testing::readBytes(source));
+    }
+  }
+  ::alarm(0);
+}
 
 }  // namespace
 }  // namespace korvane
