@@ -70,6 +70,7 @@ TEST_F(FileTransfer, ReadFileLOD1StoresFromTheFirstExactMarkerLineOn) {
       {"a\r[LOD 0]\r\nb\r[LOD 0]", {"[LOD 0]", "b", "[LOD 0]"}},
       {"[lod 0]\r\n [LOD 0]\r\n[LOD 0] \r\nx[LOD 0]\r\n", {}},
       {"a\n[LOD 0]\nb\n", {}},
+      {"x[LOD 0]\r\n[LOD 0]\r\nv\r\n", {"[LOD 0]", "v"}},
   };
   for (const auto& [bytes, stored] : cases) {
     fill(lod1, {"left over"});
