@@ -73,9 +73,10 @@ TEST_F(FaultInjection, ALOD0SourceChangedRightAfterItsValidation) {
            });
     platform.clearLog();
     click(frm.btnBrowseLOD0, path);
-    EXPECT_EQ(platform.messages, replaced ? Lines{}
-                                          : Lines{"Error Reading the KOB file",
-                                                  "Unexpected error in ReadFileLOD0: File not found ( 53)"});
+    EXPECT_EQ(platform.messages,
+              (replaced ? Lines{}
+                        : Lines{"Error Reading the KOB file",
+                                "Unexpected error in ReadFileLOD0: File not found ( 53)"}));
     EXPECT_EQ(frm.txtFilePathLOD0.Text(), path);
     EXPECT_EQ(frm.txtTextureMap.Text(), replaced ? "barrel.tga" : "");
     EXPECT_EQ(frm.lblLODnum.Caption(), replaced ? "1" : "0");
