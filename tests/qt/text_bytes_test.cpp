@@ -15,16 +15,16 @@ using TextBytes = testing::QtWindowTest;
 TEST_F(TextBytes, AnEditedFieldKeepsEveryByteToTheSavedFile) {
   start();
   const std::string name(39996, 'm');
+  // The source's TextureMap, a name picked in the dialog over it, the field as UTF-8, the saved value
+  // after erasing at the end and typing.
   const struct {
-    std::string textureMap, browsed;  // browsed: a name picked in the dialog over the source's
-    std::string shown;                // as UTF-8
+    std::string textureMap, browsed, shown, saved;
     int erased;
     QString typed;
-    std::string saved;
   } rows[] = {
-      {"caf\xe9.tga", "", "caf\xc3\xa9.tga", 4, QStringLiteral("\u00fc.tga"), "caf\xe9\xfc.tga"},
-      {"caf\xc3\xa9.tga", "", "caf\xc3\xa9.tga", 4, QStringLiteral("\u00fc.tga"), "caf\xc3\xa9\xc3\xbc.tga"},
-      {"wood.tga", dir.file(name + ".tga"), name + ".tga", 1, "p", name + ".tgp"},
+      {"caf\xe9.tga", "", "caf\xc3\xa9.tga", "caf\xe9\xfc.tga", 4, QStringLiteral("\u00fc.tga")},
+      {"caf\xc3\xa9.tga", "", "caf\xc3\xa9.tga", "caf\xc3\xa9\xc3\xbc.tga", 4, QStringLiteral("\u00fc.tga")},
+      {"wood.tga", dir.file(name + ".tga"), name + ".tga", name + ".tgp", 1, "p"},
   };
   for (const auto& row : rows) {
     openLOD0(row.textureMap);
