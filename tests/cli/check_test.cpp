@@ -45,8 +45,7 @@ TEST(Check, OneWarningPerKindAtItsLine) {
       got += std::to_string(warning.line) + ": " + warning.text + "\n";
     EXPECT_TRUE(result.readable && result.warnings.size() == 1 &&
                 got.starts_with(std::to_string(line) + ": ") && got.find(says) != std::string::npos)
-        << file << " gave\n"
-        << got;
+        << file << " gave: " << got;
   }
 }
 

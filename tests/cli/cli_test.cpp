@@ -62,11 +62,10 @@ TEST_F(Fixtures, MergeAndBatchWriteWhatTheWindowSaved) {
   }
 
   // A batch goes on past a failing row, each column where merge's option puts it.
-  std::ofstream(dir.file("jobs.tsv")) << "# LOD 0\tLOD 1\toutput\ttexture\tColorKey\tAutoLOD\n"
-                                      << "barrel.kob\tbarrel_low.kob\ta.kob\t\t\t-1,2\n"
-                                      << "missing.kob\t\tb.kob\n\n"
-                                      << "crate.kob\t\tc.kob\t \toff\n"
-                                      << "barrel.kob\t\td.kob\twood grain.tga\t12,255,0\n";
+  std::ofstream(dir.file("jobs.tsv"))
+      << "# LOD 0\tLOD 1\toutput\ttexture\tColorKey\tAutoLOD\nbarrel.kob\tbarrel_low.kob\ta.kob\t\t\t-1,2\n"
+         "missing.kob\t\tb.kob\n\ncrate.kob\t\tc.kob\t \toff\n"
+         "barrel.kob\t\td.kob\twood grain.tga\t12,255,0\n";
   Ran batch = cli("batch jobs.tsv");
   EXPECT_TRUE(batch.status == 1 && batch.out.find("jobs.tsv:3: failed") != std::string::npos &&
               batch.out.ends_with("\n3 merged, 1 failed\n") && readBytes(dir.file("b.kob")).empty())
@@ -110,8 +109,7 @@ TEST_F(Fixtures, CommandLines) {
     const std::string& said = row.status == 2 ? result.err : result.out;
     EXPECT_TRUE(result.status == row.status && said.find(row.says) != std::string::npos &&
                 (row.status != 0 || result.err.empty()))
-        << row.args << " exited " << result.status << ":\n"
-        << result.out << result.err;
+        << row.args << " exited " << result.status << ": " << result.out << result.err;
   }
 }
 
