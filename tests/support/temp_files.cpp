@@ -8,9 +8,8 @@ namespace korvane::testing {
 
 TempDir::TempDir() {
   std::random_device random;
-  auto base = std::filesystem::temp_directory_path();
   do {
-    m_path = base / ("korvane-test-" + std::to_string(random()));
+    m_path = std::filesystem::temp_directory_path() / ("korvane-test-" + std::to_string(random()));
   } while (!std::filesystem::create_directory(m_path));
 }
 
