@@ -30,7 +30,7 @@ TEST(Check, OneWarningPerKindAtItsLine) {
       {m + n + "1|[lod 0]|NumberOfSurfaces=1", 5, "not exactly \"[LOD 0]\""},
       {m + "|[LOD Information]\nNumberOfLOD=1", 3, "LF alone"},
       {"[Material - 0]|TextureMap=" + std::string(300, 'x') + tail, 2, "300 characters"},
-      {m + "|ColorKey=300,0,0" + tail, 3, "refuses \"300,0,0\""},
+      {m + "|ColorKey=300,0,0", 3, "refuses \"300,0,0\""},
       {m + "|ColorKey=10,20" + tail, 3, "changes \"10,20\" to 10,20,0"},
       {m + n + "2.6", 4, "counts as 3"},
       {m + n + "99999999999", 4, "without a message"},
