@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <string>
 #include <utility>
@@ -19,26 +18,18 @@
 namespace korvane {
 namespace {
 
-namespace fs = std::filesystem;
-using testing::linesOf;
-using testing::readBytes;
+using namespace testing;
 using Lines = std::vector<std::string>;
 
 const Lines kCrate = {"[Material - 0]", "TextureMap=crate.tga", "[LOD Information]", "NumberOfLOD=1",
                       "[LOD 0]",        "NumberOfSurfaces=1",   "Surface0=0 1 2"};
-
-std::string bytesOf(const Lines& lines) {
-  std::string bytes;
-  for (const std::string& line : lines) bytes += line + "\r\n";
-  return bytes;
-}
 
 class FaultInjection : public ::testing::Test {
  protected:
   FaultInjection() { program.Main(); }
 
   std::string source(const std::string& name, const Lines& lines = kCrate) {
-    return dir.write(name, bytesOf(lines));
+    return dir.write(name, crlf(lines));
   }
   void click(Button& button, const std::string& path) {
     platform.answer(path);
@@ -59,7 +50,7 @@ class FaultInjection : public ::testing::Test {
     click(frm.btnBrowseLOD0, source("after.kob"));
     click(frm.btnSaveAs, dir.file("after-saved.kob"));
     EXPECT_EQ(platform.messages, Lines{});
-    EXPECT_EQ(readBytes(dir.file("after-saved.kob")), bytesOf(kCrate));
+    EXPECT_EQ(readBytes(dir.file("after-saved.kob")), crlf(kCrate));
   }
 
   testing::ScriptedPlatform platform;
@@ -77,14 +68,15 @@ TEST_F(FaultInjection, ALOD0SourceChangedRightAfterItsValidation) {
     // Right behind the validation, ahead of every lookup that fills the window.
     strike([&] { return !frm.txtFilePathLOD0.Text().empty(); },
            [&] {
-             fs::remove(path);
-             if (replaced) std::ofstream(path, std::ios::binary) << bytesOf(barrel);
+             std::filesystem::remove(path);
+             if (replaced) dir.write("replaced.kob", crlf(barrel));
            });
     platform.clearLog();
     click(frm.btnBrowseLOD0, path);
-    const Lines failed = {"Error Reading the KOB file",
-                          "Unexpected error in ReadFileLOD0: File not found ( 53)"};
-    EXPECT_EQ(platform.messages, replaced ? Lines{} : failed);
+    EXPECT_EQ(platform.messages,
+              (replaced ? Lines{}
+                        : Lines{"Error Reading the KOB file",
+                                "Unexpected error in ReadFileLOD0: File not found ( 53)"}));
     EXPECT_EQ(frm.txtFilePathLOD0.Text(), path);
     EXPECT_EQ(frm.txtTextureMap.Text(), replaced ? "barrel.tga" : "");
     EXPECT_EQ(frm.lblLODnum.Caption(), replaced ? "1" : "0");
@@ -98,7 +90,7 @@ TEST_F(FaultInjection, ALOD0SourceChangedRightAfterItsValidation) {
 TEST_F(FaultInjection, ASourceDeletedJustBeforeItsLinesAreReadStillSavesEveryStep) {
   std::string path = source("tower.kob", {"[Material - 0]", "TextureMap=tower.tga", "[LOD Information]",
                                           "NumberOfLOD=2", "[LOD 0]", "[LOD 1]"});
-  strike([&] { return frm.lblLODnum.Caption() == "2"; }, [&] { fs::remove(path); });
+  strike([&] { return frm.lblLODnum.Caption() == "2"; }, [&] { std::filesystem::remove(path); });
   click(frm.btnBrowseLOD0, path);
   EXPECT_EQ(platform.messages, (Lines{"AutoLOD#0 not found.  Using default value...",
                                       "AutoLOD#1 not found.  Using default value...",
@@ -111,7 +103,8 @@ TEST_F(FaultInjection, ASourceDeletedJustBeforeItsLinesAreReadStillSavesEverySte
   platform.clearLog();
   click(frm.btnSaveAs, dir.file("tower-saved.kob"));
   EXPECT_EQ(platform.messages, Lines{"The TextureMap keyword was not found in your KOB file"});
-  EXPECT_TRUE(fs::exists(dir.file("tower-saved.kob")) && readBytes(dir.file("tower-saved.kob")).empty());
+  EXPECT_TRUE(std::filesystem::exists(dir.file("tower-saved.kob")) &&
+              readBytes(dir.file("tower-saved.kob")).empty());
   expectTheProgramGoesOn();
 }
 
@@ -136,9 +129,8 @@ TEST_F(FaultInjection, ASaveTargetThatCannotBeWrittenKeepsTheRewrittenLines) {
     platform.clearLog();
     click(frm.btnSaveAs, dir.file("second.kob"));
     EXPECT_EQ(platform.messages, Lines{});
-    Lines written = linesOf(frm.lstDataLOD0.Store());
-    for (const std::string& line : linesOf(frm.lstDataLOD1.Store())) written.push_back(line);
-    EXPECT_EQ(readBytes(dir.file("second.kob")), bytesOf(written));
+    EXPECT_EQ(readBytes(dir.file("second.kob")),
+              crlf(linesOf(frm.lstDataLOD0.Store())) + crlf(linesOf(frm.lstDataLOD1.Store())));
   }
   expectTheProgramGoesOn();
 }

@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QTimer>
 
 #include "runtime/failure.h"
 #include "window_fixture.h"
@@ -28,15 +29,14 @@ bool cursorIsBusy() {
 }
 
 TEST(NameFilters, KeepTheDescriptionAndApplyThePattern) {
-  EXPECT_EQ(qtNameFilters("KOB File (*.kob)|*.kob|All Files (*.*) |*.*"),
-            (QStringList{"KOB File (*.kob) (*.kob)", "All Files (*.*)  (*)"}));
-  EXPECT_EQ(qtNameFilters("Pictures|*.tga;*.bmp|Lonely"), QStringList{"Pictures (*.tga *.bmp)"});
+  EXPECT_EQ(qtNameFilters("KOB File (*.kob)|*.kob|All Files (*.*) |*.*|Pictures|*.tga;*.bmp|Lonely"),
+            (QStringList{"KOB File (*.kob) (*.kob)", "All Files (*.*)  (*)", "Pictures (*.tga *.bmp)"}));
 }
 
 class QtPlatformTest : public ::testing::Test {
  protected:
   testing::TempDir dir;
-  QtPlatform platform{QString::fromStdString(dir.file("store.ini"))};
+  testing::ScriptedQtPlatform platform{QString::fromStdString(dir.file("store.ini"))};
 };
 
 TEST_F(QtPlatformTest, DialogsShowWhatTheyAreAskedWithTheNormalCursorInsideABusyHandler) {
@@ -50,8 +50,8 @@ TEST_F(QtPlatformTest, DialogsShowWhatTheyAreAskedWithTheNormalCursorInsideABusy
   });
   std::optional<std::string> chosen;
   platform.runEntryPoint("btnSaveAs_Click", [&] {
-    chosen = platform.fileDialog({"Save KOB File As...", dir.path().string(),
-                                  "KOB File (*.kob)|*.kob|All Files (*.*) |*.*", 2, true, ""});
+    chosen = platform.QtPlatform::fileDialog({"Save KOB File As...", dir.path().string(),
+                                              "KOB File (*.kob)|*.kob|All Files (*.*) |*.*", 2, true, ""});
     EXPECT_TRUE(cursorIsBusy()) << "the handler works on";
     onModal<QMessageBox>([](QMessageBox& box) {
       EXPECT_EQ(box.text(), "caf\u00e9") << "bytes that are no UTF-8 as Latin-1";
@@ -59,7 +59,7 @@ TEST_F(QtPlatformTest, DialogsShowWhatTheyAreAskedWithTheNormalCursorInsideABusy
       EXPECT_FALSE(cursorIsBusy());
       box.button(QMessageBox::Ok)->click();
     });
-    platform.messageBox("caf\xe9", "Korvane");
+    platform.QtPlatform::messageBox("caf\xe9", "Korvane");
   });
   EXPECT_EQ(chosen, dir.file("not_there")) << "a typed name of a missing file is taken";
   EXPECT_FALSE(cursorIsBusy());
@@ -73,9 +73,7 @@ TEST_F(QtPlatformTest, StoreKeepsEveryTextExactlyAcrossRuns) {
   }
 }
 
-TEST(EntryPoints, FailureShowsInTheFrameOfItsHandlerAndNothingRunsAfterTheEnd) {
-  testing::TempDir dir;
-  testing::ScriptedQtPlatform platform(QString::fromStdString(dir.file("store.ini")));
+TEST_F(QtPlatformTest, EntryPointFailureShowsInTheFrameOfItsHandlerAndNothingRunsAfterTheEnd) {
   platform.runEntryPoint("mskColorKey0_Change", [] { throw RuntimeFailure(380); });
   platform.runEntryPoint("btnSaveAs_Click", [] { throw std::runtime_error("broken"); });
   platform.runEntryPoint("btnExit_Click", [] { throw std::bad_alloc(); });

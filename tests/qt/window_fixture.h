@@ -6,12 +6,8 @@
 
 #include <QApplication>
 #include <QTest>
-#include <QTimer>
 #include <deque>
-#include <string>
 
-#include "advanced/advanced_settings_window.h"
-#include "mainwindow/main_window.h"
 #include "qt/qt_platform.h"
 #include "runtime/shared_strings.h"
 #include "shell/program.h"
@@ -20,19 +16,19 @@
 namespace korvane::testing {
 
 // The real platform, but message boxes are recorded, file dialogs take queued
-// answers (nullopt: cancel) and no event loop is left.
+// answers and no event loop is left.
 class ScriptedQtPlatform : public QtPlatform {
  public:
   using QtPlatform::QtPlatform;
   std::vector<std::string> messages;
-  std::deque<std::optional<std::string>> answers;
+  std::deque<std::string> answers;
   int eventLoopQuits = 0;
 
   void messageBox(const std::string& prompt, const std::string&) override { messages.push_back(prompt); }
   std::optional<std::string> fileDialog(const FileDialogRequest& request) override {
     if (answers.empty()) ADD_FAILURE() << "a file dialog with no answer queued: " << request.title;
     if (answers.empty()) return std::nullopt;
-    auto answer = answers.front();
+    std::string answer = answers.front();
     answers.pop_front();
     return answer;
   }

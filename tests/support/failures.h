@@ -1,13 +1,11 @@
 #pragma once
 // The number of the run-time failure an action throws, 0 when it throws none.
 
-#include <functional>
-
 #include "runtime/failure.h"
 
 namespace korvane::testing {
 
-inline int failureNumberOf(const std::function<void()>& action) {
+inline int failureNumberOf(auto&& action) {
   try {
     action();
   } catch (const RuntimeFailure& failure) {

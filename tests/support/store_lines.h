@@ -1,6 +1,5 @@
 #pragma once
-// Filling a LineStore from a list of lines and reading it back whole, so that
-// a test can compare every line, the count and the order in one assertion.
+// A LineStore filled from lines, and read back whole to compare in one assertion.
 
 #include <string>
 #include <vector>

@@ -1,16 +1,15 @@
 #include "support/temp_files.h"
 
 #include <fstream>
+#include <iterator>
 #include <random>
-#include <sstream>
 
 namespace korvane::testing {
 
 TempDir::TempDir() {
   std::random_device random;
-  auto base = std::filesystem::temp_directory_path();
   do {
-    m_path = base / ("korvane-test-" + std::to_string(random()));
+    m_path = std::filesystem::temp_directory_path() / ("korvane-test-" + std::to_string(random()));
   } while (!std::filesystem::create_directory(m_path));
 }
 
@@ -30,12 +29,10 @@ std::string TempDir::write(const std::string& name, const std::string& bytes) co
 
 std::string readBytes(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
-  std::ostringstream content;
-  content << in.rdbuf();
-  return content.str();
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-std::string crlf(std::initializer_list<std::string> lines) {
+std::string crlf(const std::vector<std::string>& lines) {
   std::string text;
   for (const auto& line : lines) text += line + "\r\n";
   return text;

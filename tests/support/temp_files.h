@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace korvane::testing {
 
@@ -26,6 +27,6 @@ class TempDir {
 std::string readBytes(const std::string& path);
 
 // Joins lines, each followed by CR LF.
-std::string crlf(std::initializer_list<std::string> lines);
+std::string crlf(const std::vector<std::string>& lines);
 
 }  // namespace korvane::testing
