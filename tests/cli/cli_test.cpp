@@ -61,10 +61,11 @@ TEST_F(Fixtures, MergeAndBatchWriteWhatTheWindowSaved) {
         << job.args << ": " << merged.err;
   }
 
-  // A batch goes on past a failing row, each column where merge's option puts it.
+  // A batch goes on past a failing row, each column where merge's option puts it;
+  // a row may end in CR LF.
   std::ofstream(dir.file("jobs.tsv"))
       << "# LOD 0\tLOD 1\toutput\ttexture\tColorKey\tAutoLOD\nbarrel.kob\tbarrel_low.kob\ta.kob\t\t\t-1,2\n"
-         "missing.kob\t\tb.kob\n\ncrate.kob\t\tc.kob\t \toff\n"
+         "missing.kob\t\tb.kob\n\ncrate.kob\t\tc.kob\t \toff\r\n"
          "barrel.kob\t\td.kob\twood grain.tga\t12,255,0\n";
   Ran batch = cli("batch jobs.tsv");
   EXPECT_TRUE(batch.status == 1 && batch.out.find("jobs.tsv:3: failed") != std::string::npos &&
@@ -97,6 +98,7 @@ TEST_F(Fixtures, CommandLines) {
       {"batch", 2, "no jobs file"},
       {"batch nothere.tsv", 2, "cannot read"},
       {"merge --help", 0, "Usage: korvane-cli merge"},
+      {"-h", 0, "Usage: korvane-cli merge"},
       {"check crate.kob tower.kob", 0, ""},
       {"check crate.kob spaced.kob", 1, "spaced.kob:2: warning: "},
       {"check nothere.kob crate.kob", 2, "nothere.kob: cannot read"},
