@@ -22,13 +22,6 @@ void Control::SetEnabled(bool enabled) {
   changed();
 }
 
-bool Control::TakesInput() const {
-  for (const Control* c = this; c != nullptr; c = c->Container()) {
-    if (!c->Enabled()) return false;
-  }
-  return m_definition.visible;
-}
-
 void Control::SetFocus() { m_form.platform().setFocus(m_form, *this); }
 
 void Control::changed() { m_form.NotifyChanged(this); }

@@ -55,9 +55,6 @@ class Control {
   bool Enabled() const { return m_enabled; }
   void SetEnabled(bool enabled);
 
-  // The control's own flag and that of every frame around it: what the author can reach.
-  bool TakesInput() const;
-
   // Asks the window system to give this control the focus.
   void SetFocus();
 

@@ -31,6 +31,14 @@ __m128i load(const char* p) {
 unsigned maskOf(__m128i lanes) {
   return static_cast<unsigned>(_mm_movemask_epi8(lanes));
 }
+// The bits of a 16-lane mask, without the library call that __builtin_popcount
+// becomes on processors the build may not assume to count bits themselves.
+std::size_t bitsOf(unsigned mask) {
+  mask -= (mask >> 1) & 0x5555u;
+  mask = (mask & 0x3333u) + ((mask >> 2) & 0x3333u);
+  mask = (mask + (mask >> 4)) & 0x0F0Fu;
+  return (mask + (mask >> 8)) & 0x1Fu;
+}
 
 // Compares lanes with one character of a keyword, letters in either case.
 struct FoldedByte {
@@ -118,7 +126,7 @@ void LineEndCounter::add(const char* begin, const char* end) {
     const __m128i lanes = load(p);
     const unsigned crMask = maskOf(_mm_cmpeq_epi8(lanes, cr));
     const unsigned lfMask = maskOf(_mm_cmpeq_epi8(lanes, lf));
-    m_carriageReturns += static_cast<std::size_t>(__builtin_popcount(crMask));
+    m_carriageReturns += bitsOf(crMask);
     bare |= lfMask & ~((crMask << 1) | (m_lastWasCarriageReturn ? 1u : 0u));
     m_lastWasCarriageReturn = (crMask >> (kLane - 1)) != 0;
   }
@@ -143,7 +151,7 @@ CarriageReturns countCarriageReturns(const char* begin, const char* end) {
     const __m128i lanes = load(p);
     const unsigned crMask = maskOf(_mm_cmpeq_epi8(lanes, cr));
     const unsigned lfMask = maskOf(_mm_cmpeq_epi8(lanes, lf));
-    result.count += static_cast<std::size_t>(__builtin_popcount(crMask));
+    result.count += bitsOf(crMask);
     if (pending && (lfMask & 1u) == 0) lonely = 1;
     lonely |= crMask & ~(lfMask >> 1) & 0x7FFFu;
     pending = (crMask >> (kLane - 1)) != 0;
