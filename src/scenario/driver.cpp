@@ -274,14 +274,18 @@ void Driver::keys(const Command& command) {
   pressKeysIn(widget, command.keys);
 }
 
-void Driver::keysOnBar(const Command& command) {
+QAbstractSlider* Driver::reachableBar(const Command& command) {
   Target target =
       resolveAs(command, {ControlKind::VScrollBar, ControlKind::Slider}, "a slider or scroll bar");
-  if (!acceptsInput(command, target)) return;
+  if (!acceptsInput(command, target)) return nullptr;
   auto* bar = qobject_cast<QAbstractSlider*>(&widgetOf(*target.record));
-  if (bar == nullptr) return;
-  activate(*bar->window());
-  if (!pressKeysOn(*bar, command.keys)) m_transcript.write("IGNORED " + command.line);
+  if (bar != nullptr) activate(*bar->window());
+  return bar;
+}
+
+void Driver::keysOnBar(const Command& command) {
+  QAbstractSlider* bar = reachableBar(command);
+  if (bar != nullptr && !pressKeysOn(*bar, command.keys)) m_transcript.write("IGNORED " + command.line);
 }
 
 void Driver::arrow(const Command& command) {
@@ -298,13 +302,9 @@ void Driver::arrow(const Command& command) {
 }
 
 void Driver::track(const Command& command) {
-  Target target =
-      resolveAs(command, {ControlKind::VScrollBar, ControlKind::Slider}, "a slider or scroll bar");
-  if (!acceptsInput(command, target)) return;
-  auto* bar = qobject_cast<QAbstractSlider*>(&widgetOf(*target.record));
-  if (bar == nullptr) return;
-  activate(*bar->window());
-  if (!clickTrack(*bar, command.text == "before")) m_transcript.write("IGNORED " + command.line);
+  QAbstractSlider* bar = reachableBar(command);
+  if (bar != nullptr && !clickTrack(*bar, command.text == "before"))
+    m_transcript.write("IGNORED " + command.line);
 }
 
 QWidget& Driver::activeWindow() {

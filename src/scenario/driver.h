@@ -18,6 +18,7 @@
 #include "scenario/screen_check.h"
 #include "scenario/script.h"
 
+class QAbstractSlider;
 class QWidget;
 
 namespace korvane {
@@ -58,6 +59,8 @@ class Driver {
   void leave(const Command& command);
   void dragTo(const Command& command);
   void keys(const Command& command);
+  // The slider or scroll bar a command names, in its active window; null when it takes no input.
+  QAbstractSlider* reachableBar(const Command& command);
   void keysOnBar(const Command& command);
   void arrow(const Command& command);
   void track(const Command& command);
