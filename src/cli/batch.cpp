@@ -19,18 +19,6 @@ struct Row {
   std::vector<std::string> cells;
 };
 
-std::vector<std::string> splitTabs(const std::string& text) {
-  std::vector<std::string> cells(1);
-  for (char c : text) {
-    if (c == '\t') {
-      cells.emplace_back();
-    } else {
-      cells.back() += c;
-    }
-  }
-  return cells;
-}
-
 // The row as a job, or the reason it is none.
 std::string makeJob(const Row& row, const std::filesystem::path& folder, MergeJob& job) {
   if (row.cells.size() > 6) return "more than six columns";
@@ -122,7 +110,7 @@ int runBatch(const std::string& jobsPath) {
   for (int line = 1; std::getline(in, text); ++line) {
     if (!text.empty() && text.back() == '\r') text.pop_back();
     if (text.find_first_not_of(" \t") == std::string::npos || text[0] == '#') continue;
-    rows.push_back({line, splitTabs(text)});
+    rows.push_back({line, splitAt(text, '\t')});
   }
   std::filesystem::path folder = std::filesystem::path(jobsPath).parent_path();
 

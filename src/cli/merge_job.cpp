@@ -17,18 +17,6 @@ namespace {
 
 constexpr std::size_t kAutoLODTyping = 6;  // the AutoLOD fields stop typing at six characters
 
-std::vector<std::string> splitCommas(const std::string& text) {
-  std::vector<std::string> parts(1);
-  for (char c : text) {
-    if (c == ',') {
-      parts.emplace_back();
-    } else {
-      parts.back() += c;
-    }
-  }
-  return parts;
-}
-
 // A temporary file for "-o -": the writer wants a regular file.
 struct StdoutTarget {
   std::string path;
@@ -57,7 +45,7 @@ struct StdoutTarget {
 }  // namespace
 
 Parsed parseColorKey(const std::string& text, std::array<std::string, 3>& rgb) {
-  std::vector<std::string> parts = splitCommas(text);
+  std::vector<std::string> parts = splitAt(text, ',');
   Parsed result;
   result.error =
       "ColorKey \"" + text + "\": red, green and blue must each be a whole number from 0 to 255, as R,G,B";
@@ -75,7 +63,7 @@ Parsed parseColorKey(const std::string& text, std::array<std::string, 3>& rgb) {
 }
 
 Parsed parseAutoLOD(const std::string& text, std::array<std::optional<std::string>, 2>& values) {
-  std::vector<std::string> parts = splitCommas(text);
+  std::vector<std::string> parts = splitAt(text, ',');
   Parsed result;
   if (parts.size() != 2) {
     result.error = "AutoLOD \"" + text + "\": give the two transition points as A0,A1";
@@ -161,6 +149,18 @@ MergeOutcome runMerge(CliPlatform& platform, const MergeJob& job) {
   }
   outcome.merged = true;
   return outcome;
+}
+
+std::vector<std::string> splitAt(const std::string& text, char separator) {
+  std::vector<std::string> parts(1);
+  for (char c : text) {
+    if (c == separator) {
+      parts.emplace_back();
+    } else {
+      parts.back() += c;
+    }
+  }
+  return parts;
 }
 
 }  // namespace korvane::cli

@@ -6,6 +6,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace korvane::cli {
 
@@ -38,5 +39,8 @@ struct MergeOutcome {
   std::string error;
 };
 MergeOutcome runMerge(CliPlatform& platform, const MergeJob& job);
+
+// The pieces between separators: "a,,b" gives "a", "", "b"; "" gives one empty piece.
+std::vector<std::string> splitAt(const std::string& text, char separator);
 
 }  // namespace korvane::cli
