@@ -2,7 +2,8 @@
 // Writes the two sources of a benchmark job: a LOD 0 source with one LOD and
 // a LOD 1 source, each with a realistic head (material, LOD information, the
 // "[LOD 0]" section) and N geometry lines behind it: surface heads, key lines
-// and long vertex and face rows, all ending in CR LF. The content depends only
+// and long vertex and face rows, all ending in CR LF; the LOD 1 source's rows
+// each hold one "LOD 0". The content depends only
 // on N and the seed, so every run and every machine sees the same bytes.
 // Header-only so that the regression test can share it without a library.
 
@@ -27,6 +28,7 @@ struct KobSourceInfo {
 inline constexpr std::string_view kLod0TextureMap = "bench_hull.tga";
 inline constexpr std::string_view kLod0ColorKey = "255,0,255";
 inline constexpr std::string_view kLod1TextureMap = "bench_hull_lod1.tga";
+inline constexpr std::string_view kLod1RowTail = " ; LOD 0";
 
 namespace detail {
 
@@ -148,8 +150,9 @@ class Writer {
 };
 
 // One surface of lineCount lines (at least 1): a head, its keys, vertex rows,
-// face rows and a blank line, cut to fit.
-inline void writeSurface(Writer& out, Random& random, std::int64_t surface, std::int64_t lineCount) {
+// face rows and a blank line, cut to fit. Each row ends with rowTail.
+inline void writeSurface(Writer& out, Random& random, std::int64_t surface, std::int64_t lineCount,
+                         std::string_view rowTail) {
   // Head, three keys and the closing blank line: five lines besides the rows.
   std::int64_t rows = lineCount - 5;
   if (rows < 2) {
@@ -167,13 +170,13 @@ inline void writeSurface(Writer& out, Random& random, std::int64_t surface, std:
     out.text("Vertex").whole(v).text("=");
     for (int c = 0; c < 3; ++c) out.micro(random.between(-250000000, 250000000)).text(",");
     for (int c = 0; c < 3; ++c) out.micro(random.between(-1000000, 1000000)).text(",");
-    out.micro(random.between(0, 1000000)).text(",").micro(random.between(0, 1000000)).endLine();
+    out.micro(random.between(0, 1000000)).text(",").micro(random.between(0, 1000000)).text(rowTail).endLine();
   }
   for (std::int64_t f = 0; f < faces; ++f) {
     out.text("Face").whole(f).text("=");
     for (int c = 0; c < 3; ++c) out.whole(random.between(0, vertices - 1)).text(",");
     for (int c = 0; c < 3; ++c) out.micro(random.between(-1000000, 1000000)).text(",");
-    out.micro(random.between(-250000000, 250000000)).endLine();
+    out.micro(random.between(-250000000, 250000000)).text(rowTail).endLine();
   }
   out.line("");
 }
@@ -181,7 +184,8 @@ inline void writeSurface(Writer& out, Random& random, std::int64_t surface, std:
 // The geometry behind "[LOD 0]": exactly lineCount lines in the given number
 // of surfaces. Sizes vary in pairs that balance, so the count of surfaces
 // stays what the head says.
-inline void writeGeometry(Writer& out, Random& random, std::int64_t lineCount, std::int64_t surfaces) {
+inline void writeGeometry(Writer& out, Random& random, std::int64_t lineCount, std::int64_t surfaces,
+                          std::string_view rowTail) {
   std::int64_t base = lineCount / surfaces;
   std::int64_t jitter = 0;
   std::int64_t left = lineCount;
@@ -195,7 +199,7 @@ inline void writeGeometry(Writer& out, Random& random, std::int64_t lineCount, s
     } else {
       size = base - jitter;
     }
-    writeSurface(out, random, surface, size);
+    writeSurface(out, random, surface, size, rowTail);
     left -= size;
   }
 }
@@ -237,7 +241,7 @@ inline KobSourceInfo writeLod0Source(const std::string& path, std::int64_t geome
   out.line("[LOD 0]");
   out.text("NumberOfSurfaces=").whole(surfaces).endLine();
   out.line("");
-  detail::writeGeometry(out, random, geometryLines, surfaces);
+  detail::writeGeometry(out, random, geometryLines, surfaces, "");
   info.bytes = out.written();
   info.geometryLines = static_cast<std::uint64_t>(geometryLines);
   out.close();
@@ -245,7 +249,8 @@ inline KobSourceInfo writeLod0Source(const std::string& path, std::int64_t geome
 }
 
 // The LOD 1 source: a head of its own, which the job drops, then the marker
-// and geometryLines lines of geometry.
+// and geometryLines lines of geometry, each row naming the LOD it was made
+// from, so that the renaming has a "LOD 0" to turn in nearly every line.
 inline KobSourceInfo writeLod1Source(const std::string& path, std::int64_t geometryLines,
                                      std::uint64_t seed = 2) {
   detail::Writer out(path);
@@ -264,7 +269,7 @@ inline KobSourceInfo writeLod1Source(const std::string& path, std::int64_t geome
   out.line("[LOD 0]");
   out.text("NumberOfSurfaces=").whole(surfaces).endLine();
   out.line("");
-  detail::writeGeometry(out, random, geometryLines, surfaces);
+  detail::writeGeometry(out, random, geometryLines, surfaces, kLod1RowTail);
   info.bytes = out.written();
   info.geometryLines = static_cast<std::uint64_t>(geometryLines);
   out.close();

@@ -65,7 +65,7 @@ void ReadFileLOD1(frmKorvane& frm, const std::string& path) {
           if (store.List(marker) == kLOD0Marker) break;
         }
         if (store.List(marker) != kLOD0Marker) marker = store.ListCount();
-        // With the gap of the index in front, each of these costs the same.
+        // Each of these only moves where the store's first run of lines starts.
         while (marker-- > 0) store.RemoveItem(0);
       }
     } keep{store};

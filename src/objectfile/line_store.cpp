@@ -8,165 +8,132 @@
 #include "runtime/failure.h"
 #include "text/byte_scan.h"
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 namespace korvane {
 
 namespace {
 
-// Room for the few lines that the rewriting inserts, ahead of a loaded source.
-constexpr std::size_t kGapSlack = 64;
-// Offsets below this fit an entry of 4 bytes, with its top bit for the area.
-constexpr std::uint64_t kNarrowLimit = std::uint64_t{1} << 31;
 constexpr std::size_t kLengthBytes = sizeof(std::uint64_t);
 constexpr std::size_t kMaxLines = static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max());
-// Lines looked at together: a search starts small, since its hit is often
-// near, and a write takes large runs.
-constexpr std::size_t kFirstSearchRun = 8;
-constexpr std::size_t kLongestSearchRun = 4096;
-constexpr std::size_t kWriteRun = 65536;
+constexpr std::size_t kAnchorEvery = detail::LineEndCounter::kAnchorEvery;
 
-// Where each line of bytes starts, by the reading rules: after each CR, or
-// after the LF of a CR LF; a line end at the very end opens no line.
-template <class Entry>
-std::size_t findLineStarts(const char* bytes, std::size_t size, Entry* starts) {
-  if (size == 0) return 0;
-  std::size_t count = 0;
-  starts[count++] = 0;
-  auto lineEndAt = [&](std::size_t cr) {
-    std::size_t next = cr + 1;
-    if (next < size && bytes[next] == '\n') ++next;
-    if (next < size) starts[count++] = static_cast<Entry>(next);
-  };
-  std::size_t p = 0;
-#if defined(__SSE2__)
-  const __m128i cr = _mm_set1_epi8('\r');
-  for (; size - p >= 16; p += 16) {
-    auto mask = static_cast<unsigned>(
-        _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + p)), cr)));
-    for (; mask != 0; mask &= mask - 1) lineEndAt(p + static_cast<std::size_t>(__builtin_ctz(mask)));
+// Room for n more, growing by half at least, so that adding one at a time
+// stays linear and a failing allocation comes before anything changes.
+template <class Container>
+void makeRoom(Container& container, std::size_t n) {
+  if (container.capacity() - container.size() < n) {
+    container.reserve(std::max(container.size() + n, container.capacity() + container.capacity() / 2));
   }
-#endif
-  for (; p < size; ++p) {
-    if (bytes[p] == '\r') lineEndAt(p);
-  }
-  return count;
 }
 
 }  // namespace
 
 struct LineStore::Impl {
+  // The source as read. Its line ends never change: edits in place write no
+  // CR or LF.
   std::unique_ptr<char[]> source;
   std::size_t sourceSize = 0;
-  // Added texts, each behind its length.
+  std::vector<std::uint64_t> anchors;
+  bool loneCarriageReturn = false;
+  // Added texts, each behind its length, and where each text starts.
   std::string appended;
+  std::vector<std::uint64_t> appendedStarts;
 
-  // Gap buffer: slots [0, gapStart) and [gapEnd, capacity) are the lines.
-  // Each slot holds a line's offset, its top bit set for the appended area.
-  bool wide = false;
-  std::unique_ptr<std::uint32_t[]> narrow;
-  std::unique_ptr<std::uint64_t[]> wideSlots;
-  std::size_t capacity = 0;
-  std::size_t gapStart = 0;
-  std::size_t gapEnd = 0;
+  struct Piece {
+    bool added;
+    // A source run: the number of its first line in the source, and the
+    // stretch from its first line's start to its last line's text end.
+    // An added run: its first entry in appendedStarts.
+    std::size_t first;
+    std::size_t count;
+    std::uint64_t begin;
+    std::uint64_t end;
+    // The lines of this piece and all pieces before it.
+    std::size_t upTo;
+  };
+  std::vector<Piece> pieces;
 
-  std::size_t count() const { return gapStart + (capacity - gapEnd); }
-  std::uint64_t areaBit() const { return wide ? std::uint64_t{1} << 63 : kNarrowLimit; }
-  std::uint64_t slot(std::size_t s) const { return wide ? wideSlots[s] : narrow[s]; }
-  void setSlot(std::size_t s, std::uint64_t value) {
-    if (wide) {
-      wideSlots[s] = value;
-    } else {
-      narrow[s] = static_cast<std::uint32_t>(value);
-    }
-  }
-  std::uint64_t entry(std::size_t index) const {
-    return slot(index < gapStart ? index : gapEnd + (index - gapStart));
-  }
-  bool isAppended(std::uint64_t entry) const { return (entry & areaBit()) != 0; }
-  std::uint64_t offsetOf(std::uint64_t entry) const { return entry & (areaBit() - 1); }
+  // The last source line found: loops over the lines go one by one.
+  mutable std::size_t knownLine = 0;
+  mutable std::uint64_t knownStart = 0;
 
-  std::string_view text(std::uint64_t entry) const {
-    const std::uint64_t offset = offsetOf(entry);
-    if (isAppended(entry)) {
-      std::uint64_t length = 0;
-      std::memcpy(&length, appended.data() + offset - kLengthBytes, kLengthBytes);
-      return std::string_view(appended.data() + offset, length);
-    }
-    // A source line runs up to its CR, or to the end of the source.
-    const char* start = source.get() + offset;
-    const std::size_t rest = sourceSize - offset;
-    const void* cr = std::memchr(start, '\r', rest);
-    return std::string_view(start, cr ? static_cast<const char*>(cr) - start : rest);
+  std::size_t count() const { return pieces.empty() ? 0 : pieces.back().upTo; }
+
+  // The piece that holds line index (below count), and the line's place in it.
+  std::pair<std::size_t, std::size_t> locate(std::size_t index) const {
+    const auto piece = std::upper_bound(pieces.begin(), pieces.end(), index,
+                                        [](std::size_t i, const Piece& p) { return i < p.upTo; });
+    return {static_cast<std::size_t>(piece - pieces.begin()), index - (piece->upTo - piece->count)};
   }
 
-  void allocate(std::size_t slots) {
-    if (wide) {
-      wideSlots = std::make_unique_for_overwrite<std::uint64_t[]>(slots);
-    } else {
-      narrow = std::make_unique_for_overwrite<std::uint32_t[]>(slots);
+  std::uint64_t afterLineEnd(std::uint64_t cr) const {
+    ++cr;
+    if (cr < sourceSize && source[cr] == '\n') ++cr;
+    return cr;
+  }
+  // A line starts after a CR, or after the LF of a CR LF.
+  std::uint64_t endBefore(std::uint64_t start) const { return source[start - 1] == '\n' ? start - 2 : start - 1; }
+
+  std::uint64_t sourceLineStart(std::size_t n) const {
+    const std::size_t anchor = n / kAnchorEvery;
+    std::size_t line = anchor * kAnchorEvery;
+    std::uint64_t start = anchor == 0 ? 0 : afterLineEnd(anchors[anchor - 1]);
+    if (knownLine <= n && knownLine > line) {
+      line = knownLine;
+      start = knownStart;
     }
-    capacity = slots;
+    for (const char* base = source.get(); line < n; ++line) {
+      const void* cr = std::memchr(base + start, '\r', sourceSize - start);
+      start = afterLineEnd(static_cast<std::uint64_t>(static_cast<const char*>(cr) - base));
+    }
+    knownLine = n;
+    knownStart = start;
+    return start;
   }
 
-  void moveSlots(std::size_t to, std::size_t from, std::size_t n) {
-    if (n == 0) return;
-    if (wide) {
-      std::memmove(&wideSlots[to], &wideSlots[from], n * sizeof(std::uint64_t));
-    } else {
-      std::memmove(&narrow[to], &narrow[from], n * sizeof(std::uint32_t));
+  std::string_view addedLine(std::size_t entry) const {
+    const std::uint64_t start = appendedStarts[entry];
+    std::uint64_t length = 0;
+    std::memcpy(&length, appended.data() + start - kLengthBytes, kLengthBytes);
+    return std::string_view(appended.data() + start, length);
+  }
+
+  std::string_view line(std::size_t index) const {
+    const auto [p, k] = locate(index);
+    const Piece& piece = pieces[p];
+    if (piece.added) return addedLine(piece.first + k);
+    const std::uint64_t start = k == 0 ? piece.begin : sourceLineStart(piece.first + k);
+    const char* text = source.get() + start;
+    const void* cr = std::memchr(text, '\r', piece.end - start);
+    return std::string_view(text, cr ? static_cast<std::size_t>(static_cast<const char*>(cr) - text)
+                                     : piece.end - start);
+  }
+
+  void recount(std::size_t from) {
+    std::size_t upTo = from == 0 ? 0 : pieces[from - 1].upTo;
+    for (std::size_t p = from; p < pieces.size(); ++p) {
+      upTo += pieces[p].count;
+      pieces[p].upTo = upTo;
     }
   }
 
-  void moveGap(std::size_t position) {
-    if (position < gapStart) {
-      const std::size_t n = gapStart - position;
-      moveSlots(gapEnd - n, position, n);
-      gapStart -= n;
-      gapEnd -= n;
-    } else if (position > gapStart) {
-      const std::size_t n = position - gapStart;
-      moveSlots(gapStart, gapEnd, n);
-      gapStart += n;
-      gapEnd += n;
-    }
+  // Cuts piece p in two ahead of its line k (0 < k < count); the second part
+  // is piece p + 1.
+  void split(std::size_t p, std::size_t k) {
+    Piece tail = pieces[p];
+    tail.first += k;
+    tail.count -= k;
+    if (!tail.added) tail.begin = sourceLineStart(tail.first);
+    pieces.insert(pieces.begin() + static_cast<std::ptrdiff_t>(p) + 1, tail);
+    Piece& head = pieces[p];
+    head.count = k;
+    if (!head.added) head.end = endBefore(tail.begin);
   }
 
-  // Makes room for one entry, with the gap at position. Nothing changes if
-  // the memory cannot be had.
-  void reserveOne(std::size_t position) {
-    if (gapStart == gapEnd) {
-      const std::size_t n = count();
-      Impl grown;
-      grown.wide = wide;
-      grown.allocate(std::max<std::size_t>(kGapSlack, n + n / 2));
-      for (std::size_t i = 0; i < n; ++i)
-        grown.setSlot(i < position ? i : grown.capacity - (n - i), entry(i));
-      grown.gapStart = position;
-      grown.gapEnd = grown.capacity - (n - position);
-      std::swap(narrow, grown.narrow);
-      std::swap(wideSlots, grown.wideSlots);
-      capacity = grown.capacity;
-      gapStart = grown.gapStart;
-      gapEnd = grown.gapEnd;
-      return;
-    }
-    moveGap(position);
-  }
-
-  // From 4-byte to 8-byte entries, once the offsets outgrow the first.
-  void widen() {
-    auto slots = std::make_unique_for_overwrite<std::uint64_t[]>(capacity);
-    for (std::size_t s = 0; s < capacity; ++s) {
-      if (s >= gapStart && s < gapEnd) continue;
-      const std::uint64_t value = narrow[s];
-      slots[s] = (value & kNarrowLimit ? std::uint64_t{1} << 63 : 0) | (value & (kNarrowLimit - 1));
-    }
-    wideSlots = std::move(slots);
-    narrow.reset();
-    wide = true;
+  // Drops the first line of piece p, which holds more than one.
+  void dropFirst(Piece& piece) {
+    ++piece.first;
+    --piece.count;
+    if (!piece.added) piece.begin = sourceLineStart(piece.first);
   }
 
   void insert(std::string_view text, std::size_t position) {
@@ -179,42 +146,44 @@ struct LineStore::Impl {
       copy.assign(text);
       text = copy;
     }
-    const std::size_t offset = appended.size() + kLengthBytes;
-    if (!wide && offset + text.size() >= kNarrowLimit) widen();
-    reserveOne(position);
-    appended.reserve(offset + text.size());
+    const std::uint64_t start = appended.size() + kLengthBytes;
+    makeRoom(appended, kLengthBytes + text.size());
+    makeRoom(appendedStarts, 1);
+    makeRoom(pieces, 2);
     const std::uint64_t length = text.size();
     appended.append(reinterpret_cast<const char*>(&length), kLengthBytes);
     appended.append(text);
-    setSlot(gapStart++, areaBit() | offset);
-  }
+    const std::size_t entry = appendedStarts.size();
+    appendedStarts.push_back(start);
 
-  // The last line of a run of source lines from first on: each stands in
-  // the source behind the one before, so the run is one stretch of bytes.
-  std::size_t sourceRun(std::size_t first, std::size_t longest) const {
-    const std::size_t limit = std::min(count(), first + longest);
-    std::size_t last = first;
-    std::uint64_t previous = entry(first);
-    while (last + 1 < limit) {
-      const std::uint64_t next = entry(last + 1);
-      if (isAppended(next) || next <= previous) break;
-      previous = next;
-      ++last;
+    std::size_t p = pieces.size();
+    if (position < count()) {
+      const auto [at, k] = locate(position);
+      p = at;
+      if (k > 0) split(p++, k);
     }
-    return last;
+    // Texts added one behind the other share a piece.
+    if (p > 0 && pieces[p - 1].added && pieces[p - 1].first + pieces[p - 1].count == entry) {
+      ++pieces[p - 1].count;
+    } else {
+      pieces.insert(pieces.begin() + static_cast<std::ptrdiff_t>(p), Piece{true, entry, 1, 0, 0, 0});
+    }
+    recount(p > 0 ? p - 1 : 0);
   }
 
-  // Whether lines first..last are exactly a stretch of the source, each
-  // followed by CR LF: then that stretch is written as it stands.
-  std::string_view wholeRun(std::size_t first, std::size_t last) const {
-    const char* begin = source.get() + offsetOf(entry(first));
-    const std::string_view lastLine = text(entry(last));
-    const char* end = lastLine.data() + lastLine.size();
-    if (source.get() + sourceSize - end < 2 || end[0] != '\r' || end[1] != '\n') return {};
-    // Each line between adds one CR; a line removed since adds its own.
-    const detail::CarriageReturns crs = detail::countCarriageReturns(begin, end);
-    if (crs.count != last - first || !crs.allFollowedByLineFeed) return {};
-    return std::string_view(begin, static_cast<std::size_t>(end + 2 - begin));
+  void remove(std::size_t index) {
+    auto [p, k] = locate(index);
+    if (pieces[p].count == 1) {
+      pieces.erase(pieces.begin() + static_cast<std::ptrdiff_t>(p));
+    } else if (k + 1 == pieces[p].count) {
+      Piece& piece = pieces[p];
+      --piece.count;
+      if (!piece.added) piece.end = endBefore(sourceLineStart(piece.first + k));
+    } else {
+      if (k > 0) split(p++, k);
+      dropFirst(pieces[p]);
+    }
+    recount(p > 0 ? p - 1 : 0);
   }
 };
 
@@ -242,8 +211,7 @@ void LineStore::RemoveItem(std::int32_t index) {
   if (index < 0 || static_cast<std::size_t>(index) >= m_impl->count()) {
     throw RuntimeFailure(failure_number::InvalidProcedureCall);
   }
-  m_impl->moveGap(static_cast<std::size_t>(index));
-  ++m_impl->gapEnd;
+  m_impl->remove(static_cast<std::size_t>(index));
 }
 
 std::int32_t LineStore::ListCount() const {
@@ -253,7 +221,7 @@ std::int32_t LineStore::ListCount() const {
 std::string_view LineStore::List(std::int32_t index) const {
   if (index < 0) throw RuntimeFailure(failure_number::InvalidProcedureCall);
   if (static_cast<std::size_t>(index) >= m_impl->count()) return {};
-  const std::string_view line = m_impl->text(m_impl->entry(static_cast<std::size_t>(index)));
+  const std::string_view line = m_impl->line(static_cast<std::size_t>(index));
   return line.empty() ? std::string_view() : line;
 }
 
@@ -261,19 +229,17 @@ void LineStore::Load(SourceText&& text) {
   Clear();
   const char* bytes = text.bytes.get();
   const std::size_t size = text.size;
-  const bool lastLineOpen = size > 0 && bytes[size - 1] != '\r' &&
-                            !(bytes[size - 1] == '\n' && size >= 2 && bytes[size - 2] == '\r');
+  const bool endsInCrLf = size >= 2 && bytes[size - 1] == '\n' && bytes[size - 2] == '\r';
+  const bool lastLineOpen = size > 0 && bytes[size - 1] != '\r' && !endsInCrLf;
   const std::size_t lines = text.carriageReturns + (lastLineOpen ? 1 : 0);
   if (lines > kMaxLines) throw RuntimeFailure(failure_number::OutOfMemory);
   Impl& impl = *m_impl;
-  impl.wide = size >= kNarrowLimit;
-  impl.allocate(kGapSlack + lines);
-  // The gap stands in front: the edits of a save come near the head of a file.
-  std::size_t found = impl.wide ? findLineStarts(bytes, size, &impl.wideSlots[kGapSlack])
-                                : findLineStarts(bytes, size, &impl.narrow[kGapSlack]);
-  impl.gapStart = 0;
-  impl.gapEnd = kGapSlack + (lines - found);
-  if (found != lines) impl.moveSlots(impl.gapEnd, kGapSlack, found);
+  if (lines > 0) {
+    const std::uint64_t end = lastLineOpen ? size : size - (endsInCrLf ? 2 : 1);
+    impl.pieces.push_back(Impl::Piece{false, 0, lines, 0, end, lines});
+  }
+  impl.anchors = std::move(text.lineEndAnchors);
+  impl.loneCarriageReturn = text.loneCarriageReturn;
   impl.source = std::move(text.bytes);
   impl.sourceSize = size;
   text = SourceText{};
@@ -282,74 +248,104 @@ void LineStore::Load(SourceText&& text) {
 std::optional<LineStore::Hit> LineStore::Find(std::int32_t from, std::string_view pattern,
                                               TextSearch find) const {
   const Impl& impl = *m_impl;
-  const std::size_t count = impl.count();
-  std::size_t runLength = kFirstSearchRun;
-  for (std::size_t first = static_cast<std::size_t>(std::max(from, 0)); first < count;) {
-    const std::uint64_t entry = impl.entry(first);
-    if (impl.isAppended(entry)) {
-      const std::string_view line = impl.text(entry);
-      if (const char* hit = find(line.data(), line.data() + line.size(), pattern)) {
-        return Hit{static_cast<std::int32_t>(first), static_cast<std::size_t>(hit - line.data())};
+  const auto start = static_cast<std::size_t>(std::max(from, 0));
+  if (start >= impl.count()) return std::nullopt;
+  const char* const base = impl.source.get();
+  for (auto [p, k] = impl.locate(start); p < impl.pieces.size(); ++p, k = 0) {
+    const Impl::Piece& piece = impl.pieces[p];
+    const std::size_t before = piece.upTo - piece.count;
+    if (piece.added) {
+      for (; k < piece.count; ++k) {
+        const std::string_view line = impl.addedLine(piece.first + k);
+        if (const char* hit = find(line.data(), line.data() + line.size(), pattern)) {
+          return Hit{static_cast<std::int32_t>(before + k), static_cast<std::size_t>(hit - line.data())};
+        }
       }
-      ++first;
       continue;
     }
-    const std::size_t last = impl.sourceRun(first, runLength);
-    runLength = std::min(runLength * 2, kLongestSearchRun);
-    const char* base = impl.source.get();
-    const std::string_view lastLine = impl.text(impl.entry(last));
-    const char* const end = lastLine.data() + lastLine.size();
-    std::size_t line = first;
-    for (const char* from = base + impl.offsetOf(entry); const char* hit = find(from, end, pattern);) {
-      while (line < last && base + impl.offsetOf(impl.entry(line + 1)) <= hit) ++line;
-      const char* lineStart = base + impl.offsetOf(impl.entry(line));
-      // A pattern holds no line end, so a hit is within a line; with a CR
-      // ahead of it, it lies in the text of a line removed since.
-      if (line == last ||
-          std::memchr(lineStart, '\r', static_cast<std::size_t>(hit - lineStart)) == nullptr) {
-        return Hit{static_cast<std::int32_t>(line), static_cast<std::size_t>(hit - lineStart)};
-      }
-      from = base + impl.offsetOf(impl.entry(line + 1));
-    }
-    first = last + 1;
+    // A pattern holds no line end, so a hit lies within one line of the run.
+    const char* runStart = base + (k == 0 ? piece.begin : impl.sourceLineStart(piece.first + k));
+    const char* hit = find(runStart, base + piece.end, pattern);
+    if (!hit) continue;
+    const void* cr = ::memrchr(runStart, '\r', static_cast<std::size_t>(hit - runStart));
+    const char* lineStart =
+        cr ? base + impl.afterLineEnd(static_cast<std::uint64_t>(static_cast<const char*>(cr) - base)) : runStart;
+    const std::size_t line = before + k + detail::countCarriageReturns(runStart, lineStart);
+    return Hit{static_cast<std::int32_t>(line), static_cast<std::size_t>(hit - lineStart)};
   }
   return std::nullopt;
 }
 
-void LineStore::Overwrite(std::int32_t index, std::size_t offset, std::string_view bytes) {
-  const std::string_view line = List(index);
-  if (offset > line.size() || bytes.size() > line.size() - offset) {
-    throw RuntimeFailure(failure_number::InvalidProcedureCall);
+std::vector<std::int32_t> LineStore::EditLinesHolding(std::string_view pattern, TextSearch find,
+                                                      const LineEditor& edit) {
+  Impl& impl = *m_impl;
+  std::vector<std::int32_t> left;
+  char* const base = impl.source.get();
+  for (const Impl::Piece& piece : impl.pieces) {
+    const std::size_t before = piece.upTo - piece.count;
+    if (piece.added) {
+      for (std::size_t k = 0; k < piece.count; ++k) {
+        const std::string_view line = impl.addedLine(piece.first + k);
+        const char* hit = find(line.data(), line.data() + line.size(), pattern);
+        char* text = impl.appended.data() + (line.data() - impl.appended.data());
+        if (hit && !edit(std::span<char>(text, line.size()), static_cast<std::size_t>(hit - line.data()))) {
+          left.push_back(static_cast<std::int32_t>(before + k));
+        }
+      }
+      continue;
+    }
+    char* const end = base + piece.end;
+    // Lines are counted only for a line the editor leaves.
+    const char* counted = base + piece.begin;
+    std::size_t countedLines = before;
+    for (char* from = base + piece.begin;;) {
+      const char* hit = find(from, end, pattern);
+      if (!hit) break;
+      char* lineStart = from;
+      if (const void* cr = ::memrchr(from, '\r', static_cast<std::size_t>(hit - from))) {
+        lineStart = base + impl.afterLineEnd(static_cast<std::uint64_t>(static_cast<const char*>(cr) - base));
+      }
+      const void* cr = std::memchr(hit, '\r', static_cast<std::size_t>(end - hit));
+      char* lineEnd = cr ? const_cast<char*>(static_cast<const char*>(cr)) : end;
+      if (!edit(std::span<char>(lineStart, lineEnd), static_cast<std::size_t>(hit - lineStart))) {
+        countedLines += detail::countCarriageReturns(counted, lineStart);
+        counted = lineStart;
+        left.push_back(static_cast<std::int32_t>(countedLines));
+      }
+      if (lineEnd == end) break;
+      from = base + impl.afterLineEnd(static_cast<std::uint64_t>(lineEnd - base));
+    }
   }
-  // The view points into memory that this store owns and never shares.
-  std::memcpy(const_cast<char*>(line.data()) + offset, bytes.data(), bytes.size());
+  return left;
 }
 
 void LineStore::ForEachPiece(const PieceSink& onPiece) const {
   const Impl& impl = *m_impl;
-  const std::size_t count = impl.count();
-  for (std::size_t first = 0; first < count;) {
-    const std::uint64_t entry = impl.entry(first);
-    if (impl.isAppended(entry)) {
-      onPiece(impl.text(entry), true);
-      ++first;
+  const char* const base = impl.source.get();
+  for (const Impl::Piece& piece : impl.pieces) {
+    if (piece.added) {
+      for (std::size_t k = 0; k < piece.count; ++k) onPiece(impl.addedLine(piece.first + k), true);
       continue;
     }
-    const std::size_t last = impl.sourceRun(first, kWriteRun);
-    std::string_view run = impl.wholeRun(first, last);
-    // Most often only the source's last line lacks its CR LF.
-    std::size_t written = last + 1;
-    if (run.empty() && last > first) {
-      run = impl.wholeRun(first, last - 1);
-      written = last;
+    const char* runStart = base + piece.begin;
+    const char* const end = base + piece.end;
+    // A line that ends in a CR alone is written with CR LF: the run breaks there.
+    if (impl.loneCarriageReturn) {
+      for (const char* p = runStart; const void* found = std::memchr(p, '\r', static_cast<std::size_t>(end - p));) {
+        const char* cr = static_cast<const char*>(found);
+        p = base + impl.afterLineEnd(static_cast<std::uint64_t>(cr - base));
+        if (p == cr + 1) {
+          onPiece(std::string_view(runStart, static_cast<std::size_t>(cr - runStart)), true);
+          runStart = p;
+        }
+      }
     }
-    if (!run.empty()) {
-      onPiece(run, false);
+    const bool crLfBehind = piece.end + 1 < impl.sourceSize && *end == '\r' && end[1] == '\n';
+    if (crLfBehind) {
+      onPiece(std::string_view(runStart, static_cast<std::size_t>(end + 2 - runStart)), false);
     } else {
-      written = first;
+      onPiece(std::string_view(runStart, static_cast<std::size_t>(end - runStart)), true);
     }
-    for (std::size_t line = written; line <= last; ++line) onPiece(impl.text(impl.entry(line)), true);
-    first = last + 1;
   }
 }
 

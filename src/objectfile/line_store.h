@@ -3,20 +3,21 @@
 // Lines hold no terminator.
 //
 // Made for sources of millions of lines and lines of hundreds of megabytes: a
-// source's bytes are kept as they were read, its lines are found once by
-// their CRs, and the index holds only where each line starts (4 bytes a line,
-// 8 for sources of 2 GB and more). Texts added later go into an append-only
-// area behind a length. The index is a gap buffer that starts with its gap in
-// front, so that the rewriting's replaces near the head of a file move little.
-// Runs of lines that still stand back to back with their CR LF are searched
-// and written as one piece.
+// source's bytes are kept as they were read, and the store is a short list of
+// pieces: runs of lines that stand back to back in the source, and runs of
+// texts added later, which go into an append-only area behind their lengths.
+// No index entry is kept per source line: a line is found from the nearest
+// of the CRs the reading noted every few lines. Searches run over whole
+// pieces, and a piece whose lines all end in CR LF is written as it stands.
 
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace korvane {
 
@@ -59,12 +60,16 @@ class LineStore {
   };
   std::optional<Hit> Find(std::int32_t from, std::string_view pattern, TextSearch find) const;
 
-  // Writes bytes over the line at index from offset on, in place: no CR, and
-  // not beyond the end of the line.
-  void Overwrite(std::int32_t index, std::size_t offset, std::string_view bytes);
+  // Hands each line that holds pattern, in order, to edit in place: its bytes
+  // and where its first hit stands. The editor keeps the length and writes
+  // no CR or LF; it returns false for a line it leaves as it is, and the
+  // indexes of those lines come back.
+  using LineEditor = std::function<bool(std::span<char> line, std::size_t offset)>;
+  std::vector<std::int32_t> EditLinesHolding(std::string_view pattern, TextSearch find,
+                                             const LineEditor& edit);
 
   // Hands on all lines in order, as pieces to be written: runs of whole lines
-  // each already followed by CR LF, or one line whose CR LF is still to come.
+  // each already followed by CR LF, or lines whose CR LF is still to come.
   using PieceSink = std::function<void(std::string_view bytes, bool lineEndToCome)>;
   void ForEachPiece(const PieceSink& onPiece) const;
 

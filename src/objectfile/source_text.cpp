@@ -50,6 +50,13 @@ SharedSource& shared() {
   return source;
 }
 
+void takeCounts(detail::LineEndCounter& counter, SourceText& text) {
+  text.carriageReturns = counter.carriageReturns();
+  text.bareLineFeed = counter.bareLineFeed();
+  text.loneCarriageReturn = counter.loneCarriageReturn();
+  text.lineEndAnchors = counter.takeAnchors();
+}
+
 }  // namespace
 
 void readSource(const std::string& path, SourceText& text) {
@@ -78,17 +85,28 @@ void readSource(const std::string& path, SourceText& text) {
       text.size += count;
     }
   } catch (const RuntimeFailure&) {
-    // The lines that ended before the failure count as read; the one it cut does not.
+    // The lines that ended before the failure count as read; the one it cut
+    // does not. No CR stands behind the last one, so the counts hold.
     const char* bytes = text.bytes.get();
     const void* lastEnd = ::memrchr(bytes, '\r', text.size);
     std::size_t keep = lastEnd ? static_cast<std::size_t>(static_cast<const char*>(lastEnd) - bytes) + 1 : 0;
     if (keep > 0 && keep < text.size && bytes[keep] == '\n') ++keep;
     text.size = keep;
-    text.carriageReturns = static_cast<std::size_t>(std::count(bytes, bytes + keep, '\r'));
+    takeCounts(counter, text);
     throw;
   }
-  text.carriageReturns = counter.carriageReturns();
-  text.bareLineFeed = counter.bareLineFeed();
+  takeCounts(counter, text);
+}
+
+SourceText sourceOf(std::string_view bytes) {
+  SourceText text;
+  text.bytes = std::make_unique_for_overwrite<char[]>(bytes.size() + 1);
+  std::memcpy(text.bytes.get(), bytes.data(), bytes.size());
+  text.size = bytes.size();
+  detail::LineEndCounter counter;
+  counter.add(bytes.data(), bytes.data() + bytes.size());
+  takeCounts(counter, text);
+  return text;
 }
 
 const SourceText* sharedSource(const std::string& path) {

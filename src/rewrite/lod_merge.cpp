@@ -1,6 +1,8 @@
 #include "rewrite/lod_merge.h"
 
 #include <algorithm>
+#include <cstring>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -105,22 +107,20 @@ void UpdateLOD1(frmKorvane& frm) {
     // "LOD 1" neither holds "LOD 0" nor forms it with its neighbours, and
     // "LOD 0" cannot overlap itself: renaming each occurrence where it stands
     // gives what Substitute gives, as long as Substitute's positions hold.
-    std::vector<std::int32_t> beyondLimit;
-    for (auto hit = lines.Find(0, kLod0, detail::findText); hit;
-         hit = lines.Find(hit->index + 1, kLod0, detail::findText)) {
-      const std::string_view line = lines.List(hit->index);
-      const char* const end = line.data() + line.size();
-      const char* limit = line.data() + std::min(line.size(), kLastRenamedPosition - 1 + kLod0.size());
-      if (line.size() > kLastRenamedPosition - 1 + kLod0.size() &&
-          detail::findText(line.data() + kLastRenamedPosition, end, kLod0) != nullptr) {
-        beyondLimit.push_back(hit->index);
-        continue;
-      }
-      for (const char* at = line.data() + hit->offset; at != nullptr;
-           at = detail::findText(at + kLod0.size(), limit, kLod0)) {
-        lines.Overwrite(hit->index, static_cast<std::size_t>(at - line.data()), kLod1);
-      }
-    }
+    const std::vector<std::int32_t> beyondLimit =
+        lines.EditLinesHolding(kLod0, detail::findText, [](std::span<char> line, std::size_t offset) {
+          const char* const end = line.data() + line.size();
+          if (line.size() > kLastRenamedPosition - 1 + kLod0.size() &&
+              detail::findText(line.data() + kLastRenamedPosition, end, kLod0) != nullptr) {
+            return false;
+          }
+          const char* limit = line.data() + std::min(line.size(), kLastRenamedPosition - 1 + kLod0.size());
+          for (const char* at = line.data() + offset; at != nullptr;
+               at = detail::findText(at + kLod0.size(), limit, kLod0)) {
+            std::memcpy(line.data() + (at - line.data()), kLod1.data(), kLod1.size());
+          }
+          return true;
+        });
     // Such a line goes through Substitute, which tells the author.
     for (std::int32_t index : beyondLimit) {
       const std::string renamed = Substitute(frm.platform(), lines.List(index), kLod0, kLod1);

@@ -122,49 +122,50 @@ void LineEndCounter::add(const char* begin, const char* end) {
   const __m128i cr = _mm_set1_epi8('\r');
   const __m128i lf = _mm_set1_epi8('\n');
   unsigned bare = 0;
+  unsigned lone = 0;
   for (; end - p >= static_cast<std::ptrdiff_t>(kLane); p += kLane) {
     const __m128i lanes = load(p);
     const unsigned crMask = maskOf(_mm_cmpeq_epi8(lanes, cr));
     const unsigned lfMask = maskOf(_mm_cmpeq_epi8(lanes, lf));
-    m_carriageReturns += bitsOf(crMask);
-    bare |= lfMask & ~((crMask << 1) | (m_lastWasCarriageReturn ? 1u : 0u));
+    const std::size_t crs = bitsOf(crMask);
+    // Sixteen lanes hold fewer CRs than lie between two anchors.
+    const std::size_t nextAnchor = (m_carriageReturns / kAnchorEvery + 1) * kAnchorEvery;
+    if (m_carriageReturns + crs >= nextAnchor) {
+      unsigned mask = crMask;
+      for (std::size_t skip = nextAnchor - m_carriageReturns - 1; skip > 0; --skip) mask &= mask - 1;
+      m_anchors.push_back(m_seen + static_cast<std::uint64_t>(p - begin) + static_cast<unsigned>(__builtin_ctz(mask)));
+    }
+    m_carriageReturns += crs;
+    const unsigned previousCr = m_lastWasCarriageReturn ? 1u : 0u;
+    bare |= lfMask & ~((crMask << 1) | previousCr);
+    lone |= (crMask & ~(lfMask >> 1) & 0x7FFFu) | (previousCr & ~lfMask);
     m_lastWasCarriageReturn = (crMask >> (kLane - 1)) != 0;
   }
   if (bare != 0) m_bareLineFeed = true;
+  if (lone != 0) m_loneCarriageReturn = true;
 #endif
   for (; p != end; ++p) {
-    if (*p == '\r') ++m_carriageReturns;
     if (*p == '\n' && !m_lastWasCarriageReturn) m_bareLineFeed = true;
+    if (*p != '\n' && m_lastWasCarriageReturn) m_loneCarriageReturn = true;
     m_lastWasCarriageReturn = *p == '\r';
+    if (m_lastWasCarriageReturn && ++m_carriageReturns % kAnchorEvery == 0) {
+      m_anchors.push_back(m_seen + static_cast<std::uint64_t>(p - begin));
+    }
   }
+  m_seen += static_cast<std::uint64_t>(end - begin);
 }
 
-CarriageReturns countCarriageReturns(const char* begin, const char* end) {
-  CarriageReturns result;
-  bool pending = false;  // a CR closed the last group and waits for its LF
+std::size_t countCarriageReturns(const char* begin, const char* end) {
+  std::size_t count = 0;
   const char* p = begin;
 #if defined(__SSE2__)
   const __m128i cr = _mm_set1_epi8('\r');
-  const __m128i lf = _mm_set1_epi8('\n');
-  unsigned lonely = 0;
   for (; end - p >= static_cast<std::ptrdiff_t>(kLane); p += kLane) {
-    const __m128i lanes = load(p);
-    const unsigned crMask = maskOf(_mm_cmpeq_epi8(lanes, cr));
-    const unsigned lfMask = maskOf(_mm_cmpeq_epi8(lanes, lf));
-    result.count += bitsOf(crMask);
-    if (pending && (lfMask & 1u) == 0) lonely = 1;
-    lonely |= crMask & ~(lfMask >> 1) & 0x7FFFu;
-    pending = (crMask >> (kLane - 1)) != 0;
+    count += bitsOf(maskOf(_mm_cmpeq_epi8(load(p), cr)));
   }
-  if (lonely != 0) result.allFollowedByLineFeed = false;
 #endif
-  for (; p != end; ++p) {
-    if (pending && *p != '\n') result.allFollowedByLineFeed = false;
-    pending = *p == '\r';
-    if (pending) ++result.count;
-  }
-  if (pending) result.allFollowedByLineFeed = false;
-  return result;
+  for (; p != end; ++p) count += *p == '\r' ? 1 : 0;
+  return count;
 }
 
 }  // namespace korvane::detail

@@ -4,7 +4,10 @@
 // every byte on its own would cost more than reading the file.
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace korvane::detail {
 
@@ -18,25 +21,32 @@ const char* findKeyword(const char* begin, const char* end, std::string_view key
 // The first CR or LF in [begin, end), or nullptr.
 const char* findLineEnd(const char* begin, const char* end);
 
-// Counts the CRs of a text that arrives in pieces, and whether an LF stands
-// anywhere without a CR in front of it.
+// Counts the CRs of a text that arrives in pieces, whether an LF stands
+// anywhere without a CR in front of it, and whether a CR stands anywhere
+// without an LF behind it (a CR at the very end does not count). Every
+// kAnchorEvery-th CR is noted by its position, so that a line far into the
+// text can be found without counting from its start.
 class LineEndCounter {
  public:
+  static constexpr std::size_t kAnchorEvery = 32;
+
   void add(const char* begin, const char* end);
   std::size_t carriageReturns() const { return m_carriageReturns; }
   bool bareLineFeed() const { return m_bareLineFeed; }
+  bool loneCarriageReturn() const { return m_loneCarriageReturn; }
+  // Where CR number kAnchorEvery * (k + 1), counted from 1, stands.
+  std::vector<std::uint64_t> takeAnchors() { return std::move(m_anchors); }
 
  private:
   std::size_t m_carriageReturns = 0;
+  std::uint64_t m_seen = 0;
+  std::vector<std::uint64_t> m_anchors;
   bool m_bareLineFeed = false;
+  bool m_loneCarriageReturn = false;
   bool m_lastWasCarriageReturn = false;
 };
 
-// Whether every CR of [begin, end) is followed by an LF, and how many CRs it holds.
-struct CarriageReturns {
-  std::size_t count = 0;
-  bool allFollowedByLineFeed = true;
-};
-CarriageReturns countCarriageReturns(const char* begin, const char* end);
+// How many CRs [begin, end) holds.
+std::size_t countCarriageReturns(const char* begin, const char* end);
 
 }  // namespace korvane::detail
