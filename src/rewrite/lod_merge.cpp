@@ -1,7 +1,6 @@
 #include "rewrite/lod_merge.h"
 
 #include <algorithm>
-#include <cstring>
 #include <span>
 #include <string>
 #include <vector>
@@ -114,11 +113,8 @@ void UpdateLOD1(frmKorvane& frm) {
               detail::findText(line.data() + kLastRenamedPosition, end, kLod0) != nullptr) {
             return false;
           }
-          const char* limit = line.data() + std::min(line.size(), kLastRenamedPosition - 1 + kLod0.size());
-          for (const char* at = line.data() + offset; at != nullptr;
-               at = detail::findText(at + kLod0.size(), limit, kLod0)) {
-            std::memcpy(line.data() + (at - line.data()), kLod1.data(), kLod1.size());
-          }
+          char* const limit = line.data() + std::min(line.size(), kLastRenamedPosition - 1 + kLod0.size());
+          detail::replaceEach(line.data() + offset, limit, kLod0, kLod1);
           return true;
         });
     // Such a line goes through Substitute, which tells the author.

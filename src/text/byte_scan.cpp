@@ -53,6 +53,14 @@ struct FoldedByte {
 
 }  // namespace
 
+// The needles are a few bytes long: a loop costs less than a library call.
+bool holdsTextAt(const char* text, std::string_view needle) {
+  for (std::size_t k = 0; k < needle.size(); ++k) {
+    if (text[k] != needle[k]) return false;
+  }
+  return true;
+}
+
 const char* findText(const char* begin, const char* end, std::string_view needle) {
   const std::size_t n = needle.size();
   if (static_cast<std::size_t>(end - begin) < n) return nullptr;
@@ -67,14 +75,39 @@ const char* findText(const char* begin, const char* end, std::string_view needle
         maskOf(_mm_and_si128(_mm_cmpeq_epi8(load(p), first), _mm_cmpeq_epi8(load(p + n - 1), last)));
     for (; mask != 0; mask &= mask - 1) {
       const char* candidate = p + __builtin_ctz(mask);
-      if (std::memcmp(candidate, needle.data(), n) == 0) return candidate;
+      if (holdsTextAt(candidate, needle)) return candidate;
     }
   }
 #endif
   for (; p <= lastStart; ++p) {
-    if (*p == needle.front() && std::memcmp(p, needle.data(), n) == 0) return p;
+    if (holdsTextAt(p, needle)) return p;
   }
   return nullptr;
+}
+
+void replaceEach(char* begin, char* end, std::string_view needle, std::string_view replacement) {
+  const std::size_t n = needle.size();
+  if (static_cast<std::size_t>(end - begin) < n) return;
+  char* const lastStart = end - n;
+  char* p = begin;
+  // Bytes before this were written by a replacement, or belong to one.
+  const char* free = begin;
+  auto replaceAt = [&](char* at) {
+    if (at >= free && holdsTextAt(at, needle)) {
+      std::memcpy(at, replacement.data(), n);
+      free = at + n;
+    }
+  };
+#if defined(__SSE2__)
+  const __m128i first = _mm_set1_epi8(needle.front());
+  const __m128i last = _mm_set1_epi8(needle.back());
+  for (; lastStart - p >= static_cast<std::ptrdiff_t>(kLane); p += kLane) {
+    unsigned mask =
+        maskOf(_mm_and_si128(_mm_cmpeq_epi8(load(p), first), _mm_cmpeq_epi8(load(p + n - 1), last)));
+    for (; mask != 0; mask &= mask - 1) replaceAt(p + __builtin_ctz(mask));
+  }
+#endif
+  for (; p <= lastStart; ++p) replaceAt(p);
 }
 
 const char* findKeyword(const char* begin, const char* end, std::string_view keyword) {

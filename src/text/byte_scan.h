@@ -14,6 +14,11 @@ namespace korvane::detail {
 // The first occurrence of needle (not empty) in [begin, end), or nullptr.
 const char* findText(const char* begin, const char* end, std::string_view needle);
 
+// Writes replacement (as long as needle) over each occurrence of needle in
+// [begin, end), from left to right: an occurrence that overlaps one already
+// replaced is not one.
+void replaceEach(char* begin, char* end, std::string_view needle, std::string_view replacement);
+
 // The first place where [begin, end) holds keyword once upper-cased (only a
 // to z fold; keyword is upper-case ASCII, not empty), or nullptr.
 const char* findKeyword(const char* begin, const char* end, std::string_view keyword);

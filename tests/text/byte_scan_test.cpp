@@ -33,7 +33,7 @@ std::size_t offsetOf(const char* hit, const std::string& text) {
 
 TEST(ByteScan, AgreesWithPlainLoops) {
   const std::string alphabet = "aAbB#=\r\n0L";
-  const std::string needles[] = {"a", "AB", "A#B=", "LOD 0", "AAAAAAAAAAAAAAAAAAAA"};
+  const std::string needles[] = {"a", "AA", "AB", "A#B=", "LOD 0", "AAAAAAAAAAAAAAAAAAAA"};
   std::mt19937 random(7);
   for (int round = 0; round < 3000; ++round) {
     std::string text(random() % (round % 3 ? 70 : 700), ' ');
@@ -44,6 +44,15 @@ TEST(ByteScan, AgreesWithPlainLoops) {
     for (const std::string& needle : needles) {
       ASSERT_EQ(offsetOf(findKeyword(begin, end, needle), text), plainFind(text, from, needle, true)) << text;
       ASSERT_EQ(offsetOf(findText(begin, end, needle), text), plainFind(text, from, needle, false)) << text;
+      // Left to right, and never where an earlier replacement overlaps.
+      const std::string replacement = "b" + needle.substr(1);
+      std::string expected = text;
+      for (std::size_t at = from; (at = expected.find(needle, at)) != std::string::npos; at += needle.size()) {
+        expected.replace(at, needle.size(), replacement);
+      }
+      std::string replaced = text;
+      replaceEach(replaced.data() + from, replaced.data() + replaced.size(), needle, replacement);
+      ASSERT_EQ(replaced, expected) << text;
     }
     ASSERT_EQ(offsetOf(findLineEnd(begin, end), text), text.find_first_of("\r\n", from)) << text;
 
