@@ -1,10 +1,12 @@
 // korvane_bench [--runs R] [--dir D] [N...]
 //
-// For each N it generates a LOD 0 and a LOD 1 source of N geometry lines and,
-// run by run on the same files, times the author's whole job (each run in a
-// fresh process, so that its peak resident memory is its own), `cp` of the two
-// sources and `sed 's/LOD 0/LOD 1/g'` over the LOD 1 source. The page cache is
-// left alone: the sources are warm for the job and for cp and sed alike.
+// For each N it generates a LOD 0 and a LOD 1 source of N geometry lines (each
+// row of the LOD 1 source holds one "LOD 0": the renaming, and sed, work on
+// nearly every line) and, run by run on the same files, times the author's
+// whole job (each run in a fresh process, so that its peak resident memory is
+// its own), `cp` of the two sources and `sed 's/LOD 0/LOD 1/g'` over the LOD 1
+// source. The page cache is left alone: the sources are warm for the job and
+// for cp and sed alike.
 // Medians of the runs go into the tables, followed by the targets.
 //
 // Internal modes, used when the benchmark starts itself again:
