@@ -81,10 +81,19 @@ TEST(LineStore, AgreesWithAModelThroughRandomEdits) {
       const auto count = static_cast<std::int32_t>(model.size());
       const unsigned action = random() % 3;
       if (action == 0) {
-        std::string text = pieces[random() % 7] + std::string(pieces[random() % 7]);
+        // Often a second line right behind the first, or a copy of a stored line.
         auto at = static_cast<std::int32_t>(random() % (count + 1));
-        store.AddItem(text, at);
-        model.insert(model.begin() + at, text);
+        for (int more = static_cast<int>(random() % 2); more >= 0; --more, ++at) {
+          const std::string text = pieces[random() % 7] + std::string(pieces[random() % 7]);
+          if (!model.empty() && random() % 4 == 0) {
+            const auto copied = static_cast<std::int32_t>(random() % model.size());
+            store.AddItem(store.List(copied), at);
+            model.insert(model.begin() + at, std::string(model[copied]));
+          } else {
+            store.AddItem(text, at);
+            model.insert(model.begin() + at, text);
+          }
+        }
       } else if (action == 1 && count > 0) {
         auto at = static_cast<std::int32_t>(random() % count);
         store.RemoveItem(at);
