@@ -51,8 +51,6 @@ struct FoldedByte {
 };
 #endif
 
-}  // namespace
-
 // The needles are a few bytes long: a loop costs less than a library call.
 bool holdsTextAt(const char* text, std::string_view needle) {
   for (std::size_t k = 0; k < needle.size(); ++k) {
@@ -61,7 +59,11 @@ bool holdsTextAt(const char* text, std::string_view needle) {
   return true;
 }
 
-const char* findText(const char* begin, const char* end, std::string_view needle) {
+// Hands visit, in order, every place of [begin, end) where needle may start
+// (at least every place where it does), until visit returns true; that place,
+// or nullptr.
+template <class Visit>
+const char* eachCandidate(const char* begin, const char* end, std::string_view needle, Visit visit) {
   const std::size_t n = needle.size();
   if (static_cast<std::size_t>(end - begin) < n) return nullptr;
   const char* const lastStart = end - n;
@@ -75,39 +77,33 @@ const char* findText(const char* begin, const char* end, std::string_view needle
         maskOf(_mm_and_si128(_mm_cmpeq_epi8(load(p), first), _mm_cmpeq_epi8(load(p + n - 1), last)));
     for (; mask != 0; mask &= mask - 1) {
       const char* candidate = p + __builtin_ctz(mask);
-      if (holdsTextAt(candidate, needle)) return candidate;
+      if (visit(candidate)) return candidate;
     }
   }
 #endif
   for (; p <= lastStart; ++p) {
-    if (holdsTextAt(p, needle)) return p;
+    if (visit(p)) return p;
   }
   return nullptr;
 }
 
+}  // namespace
+
+const char* findText(const char* begin, const char* end, std::string_view needle) {
+  return eachCandidate(begin, end, needle, [&](const char* at) { return holdsTextAt(at, needle); });
+}
+
 void replaceEach(char* begin, char* end, std::string_view needle, std::string_view replacement) {
-  const std::size_t n = needle.size();
-  if (static_cast<std::size_t>(end - begin) < n) return;
-  char* const lastStart = end - n;
-  char* p = begin;
-  // Bytes before this were written by a replacement, or belong to one.
+  // Bytes before this were written by a replacement. A replacement changes
+  // only bytes behind the candidates already handed on, so the later ones hold.
   const char* free = begin;
-  auto replaceAt = [&](char* at) {
+  eachCandidate(begin, end, needle, [&](const char* at) {
     if (at >= free && holdsTextAt(at, needle)) {
-      std::memcpy(at, replacement.data(), n);
-      free = at + n;
+      std::memcpy(begin + (at - begin), replacement.data(), replacement.size());
+      free = at + needle.size();
     }
-  };
-#if defined(__SSE2__)
-  const __m128i first = _mm_set1_epi8(needle.front());
-  const __m128i last = _mm_set1_epi8(needle.back());
-  for (; lastStart - p >= static_cast<std::ptrdiff_t>(kLane); p += kLane) {
-    unsigned mask =
-        maskOf(_mm_and_si128(_mm_cmpeq_epi8(load(p), first), _mm_cmpeq_epi8(load(p + n - 1), last)));
-    for (; mask != 0; mask &= mask - 1) replaceAt(p + __builtin_ctz(mask));
-  }
-#endif
-  for (; p <= lastStart; ++p) replaceAt(p);
+    return false;
+  });
 }
 
 const char* findKeyword(const char* begin, const char* end, std::string_view keyword) {
