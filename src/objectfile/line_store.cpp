@@ -71,7 +71,9 @@ struct LineStore::Impl {
     return cr;
   }
   // A line starts after a CR, or after the LF of a CR LF.
-  std::uint64_t endBefore(std::uint64_t start) const { return source[start - 1] == '\n' ? start - 2 : start - 1; }
+  std::uint64_t endBefore(std::uint64_t start) const {
+    return source[start - 1] == '\n' ? start - 2 : start - 1;
+  }
 
   std::uint64_t sourceLineStart(std::size_t n) const {
     const std::size_t anchor = n / kAnchorEvery;
@@ -104,8 +106,8 @@ struct LineStore::Impl {
     const std::uint64_t start = k == 0 ? piece.begin : sourceLineStart(piece.first + k);
     const char* text = source.get() + start;
     const void* cr = std::memchr(text, '\r', piece.end - start);
-    return std::string_view(text, cr ? static_cast<std::size_t>(static_cast<const char*>(cr) - text)
-                                     : piece.end - start);
+    return std::string_view(
+        text, cr ? static_cast<std::size_t>(static_cast<const char*>(cr) - text) : piece.end - start);
   }
 
   void recount(std::size_t from) {
@@ -269,7 +271,8 @@ std::optional<LineStore::Hit> LineStore::Find(std::int32_t from, std::string_vie
     if (!hit) continue;
     const void* cr = ::memrchr(runStart, '\r', static_cast<std::size_t>(hit - runStart));
     const char* lineStart =
-        cr ? base + impl.afterLineEnd(static_cast<std::uint64_t>(static_cast<const char*>(cr) - base)) : runStart;
+        cr ? base + impl.afterLineEnd(static_cast<std::uint64_t>(static_cast<const char*>(cr) - base))
+           : runStart;
     const std::size_t line = before + k + detail::countCarriageReturns(runStart, lineStart);
     return Hit{static_cast<std::int32_t>(line), static_cast<std::size_t>(hit - lineStart)};
   }
@@ -331,7 +334,8 @@ void LineStore::ForEachPiece(const PieceSink& onPiece) const {
     const char* const end = base + piece.end;
     // A line that ends in a CR alone is written with CR LF: the run breaks there.
     if (impl.loneCarriageReturn) {
-      for (const char* p = runStart; const void* found = std::memchr(p, '\r', static_cast<std::size_t>(end - p));) {
+      for (const char* p = runStart;
+           const void* found = std::memchr(p, '\r', static_cast<std::size_t>(end - p));) {
         const char* cr = static_cast<const char*>(found);
         p = base + impl.afterLineEnd(static_cast<std::uint64_t>(cr - base));
         if (p == cr + 1) {

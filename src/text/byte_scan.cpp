@@ -162,7 +162,8 @@ void LineEndCounter::add(const char* begin, const char* end) {
     if (m_carriageReturns + crs >= nextAnchor) {
       unsigned mask = crMask;
       for (std::size_t skip = nextAnchor - m_carriageReturns - 1; skip > 0; --skip) mask &= mask - 1;
-      m_anchors.push_back(m_seen + static_cast<std::uint64_t>(p - begin) + static_cast<unsigned>(__builtin_ctz(mask)));
+      m_anchors.push_back(m_seen + static_cast<std::uint64_t>(p - begin) +
+                          static_cast<unsigned>(__builtin_ctz(mask)));
     }
     m_carriageReturns += crs;
     const unsigned previousCr = m_lastWasCarriageReturn ? 1u : 0u;

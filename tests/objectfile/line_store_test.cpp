@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <span>
 #include <random>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -84,15 +84,12 @@ TEST(LineStore, AgreesWithAModelThroughRandomEdits) {
         // Often a second line right behind the first, or a copy of a stored line.
         auto at = static_cast<std::int32_t>(random() % (count + 1));
         for (int more = static_cast<int>(random() % 2); more >= 0; --more, ++at) {
-          const std::string text = pieces[random() % 7] + std::string(pieces[random() % 7]);
-          if (!model.empty() && random() % 4 == 0) {
-            const auto copied = static_cast<std::int32_t>(random() % model.size());
-            store.AddItem(store.List(copied), at);
-            model.insert(model.begin() + at, std::string(model[copied]));
-          } else {
-            store.AddItem(text, at);
-            model.insert(model.begin() + at, text);
-          }
+          const auto copied =
+              model.empty() || random() % 4 ? -1 : static_cast<std::int32_t>(random() % model.size());
+          const std::string text =
+              copied >= 0 ? model[copied] : pieces[random() % 7] + std::string(pieces[random() % 7]);
+          store.AddItem(copied >= 0 ? store.List(copied) : std::string_view(text), at);
+          model.insert(model.begin() + at, text);
         }
       } else if (action == 1 && count > 0) {
         auto at = static_cast<std::int32_t>(random() % count);
@@ -105,7 +102,7 @@ TEST(LineStore, AgreesWithAModelThroughRandomEdits) {
           const std::size_t at = model[i].find("LOD 0");
           if (at == std::string::npos) continue;
           if (at % 2) left.push_back(static_cast<std::int32_t>(i));
-          else model[i][at + 4] = '1';
+          if (at % 2 == 0) model[i][at + 4] = '1';
         }
         ASSERT_EQ(store.EditLinesHolding("LOD 0", detail::findText,
                                          [](std::span<char> line, std::size_t offset) {

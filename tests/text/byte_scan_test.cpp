@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -47,7 +46,8 @@ TEST(ByteScan, AgreesWithPlainLoops) {
       // Left to right, and never where an earlier replacement overlaps.
       const std::string replacement = "b" + needle.substr(1);
       std::string expected = text;
-      for (std::size_t at = from; (at = expected.find(needle, at)) != std::string::npos; at += needle.size()) {
+      for (std::size_t at = from; (at = expected.find(needle, at)) != std::string::npos;
+           at += needle.size()) {
         expected.replace(at, needle.size(), replacement);
       }
       std::string replaced = text;
@@ -73,7 +73,6 @@ TEST(ByteScan, AgreesWithPlainLoops) {
     ASSERT_EQ(counter.bareLineFeed(), bare) << text;
     ASSERT_EQ(counter.loneCarriageReturn(), lonelyCR) << text;
     ASSERT_EQ(counter.takeAnchors(), anchors) << text;
-    ASSERT_EQ(countCarriageReturns(begin, end), static_cast<std::size_t>(std::count(begin, end, '\r'))) << text;
   }
 }
 
