@@ -173,13 +173,18 @@ JobRun runJobProcess(const std::string& mode, const JobFiles& files) {
   return run;
 }
 
-Row measure(long long lines, int runs, const std::string& baseDir) {
-  Row row;
-  std::string pattern = baseDir + "/korvane-bench.XXXXXX";
+// A new directory below baseDir, removed again at the end or on Ctrl-C.
+std::string scratchDirectory(const std::string& baseDir, const std::string& prefix) {
+  std::string pattern = baseDir + "/" + prefix + ".XXXXXX";
   std::vector<char> name(pattern.begin(), pattern.end());
   name.push_back('\0');
   if (!mkdtemp(name.data())) throw std::runtime_error("cannot make a directory in " + baseDir);
-  std::string dir = cleanedUp(name.data());
+  return cleanedUp(name.data());
+}
+
+Row measure(long long lines, int runs, const std::string& baseDir) {
+  Row row;
+  std::string dir = scratchDirectory(baseDir, "korvane-bench");
   std::string copies = cleanedUp(dir + "/copies");
   fs::create_directory(copies);
   JobFiles files{cleanedUp(dir + "/lod0.kob"), cleanedUp(dir + "/lod1.kob"),
@@ -402,11 +407,7 @@ std::uint64_t writeCase(const std::string& path, const std::vector<std::string>&
 
 // Each case is the whole job in steps in a fresh process; medians of runs.
 void measureCases(long long n, int runs, const std::string& baseDir) {
-  std::string pattern = baseDir + "/korvane-cases.XXXXXX";
-  std::vector<char> name(pattern.begin(), pattern.end());
-  name.push_back('\0');
-  if (!mkdtemp(name.data())) throw std::runtime_error("cannot make a directory in " + baseDir);
-  std::string dir = cleanedUp(name.data());
+  std::string dir = scratchDirectory(baseDir, "korvane-cases");
   std::string small = cleanedUp(dir + "/small.kob");
   std::string big = cleanedUp(dir + "/big.kob");
   std::string output = cleanedUp(dir + "/out.kob");
