@@ -1,27 +1,14 @@
 // Korvane: starts the program logic on the real platform and runs the event loop.
 
 #include <QApplication>
-#include <cstdio>
 
+#include "qt/desktop.h"
 #include "qt/fonts.h"
 #include "qt/qt_platform.h"
 #include "shell/program.h"
 
-namespace {
-
-// Without any display Qt would abort with a trace; one line says it plainly.
-bool displayAvailable() {
-  return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-}
-
-}  // namespace
-
 int main(int argc, char* argv[]) {
-  if (!displayAvailable()) {
-    std::fputs("Korvane needs a graphical desktop: no display found (DISPLAY is not set).\n", stderr);
-    return 1;
-  }
+  if (!korvane::displayAvailable()) return 1;
   QApplication application(argc, argv);
   // Message boxes and file dialogs in the windows' own face, so the program looks like one piece.
   QApplication::setFont(korvane::windowFont());

@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QEvent>
 #include <QEventLoop>
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -17,6 +16,7 @@
 
 #include "advanced/advanced_settings_window.h"
 #include "mainwindow/main_window.h"
+#include "qt/desktop.h"
 #include "qt/form_mirror.h"
 #include "qt/main_window_view.h"
 #include "qt/settings_window_view.h"
@@ -35,9 +35,14 @@ QString toQt(const std::string& text) {
   return textFromBytes(text);
 }
 
-// Paths go to and come from Qt's file functions in the file system's own encoding.
+// The logic's paths are UTF-8 on every system (the Windows file layer makes
+// UTF-16 of them), and the author sees them with the system's separators.
 QString pathToQt(const std::string& path) {
-  return QFile::decodeName(QByteArray::fromStdString(path));
+  return QDir::fromNativeSeparators(QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size())));
+}
+
+std::string pathFromQt(const QString& path) {
+  return QDir::toNativeSeparators(path).toUtf8().toStdString();
 }
 
 // What a window manager's frame adds before the window has one of its own:
@@ -129,9 +134,7 @@ QStringList qtNameFilters(const std::string& filter) {
   return filters;
 }
 
-QtPlatform::QtPlatform()
-    : m_store(std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope,
-                                          QStringLiteral("Korvane"), QStringLiteral("Korvane"))) {}
+QtPlatform::QtPlatform() : m_store(openUserStore()) {}
 
 QtPlatform::QtPlatform(const QString& storeFile)
     : m_store(std::make_unique<QSettings>(storeFile, QSettings::IniFormat)) {}
@@ -155,9 +158,7 @@ std::optional<std::string> QtPlatform::fileDialog(const FileDialogRequest& reque
   unwindIfEnded();
   const IdleCursor idle(m_busy);
   QFileDialog dialog(dialogOwner(), toQt(request.title), pathToQt(request.initialDirectory));
-  // Qt's own dialog: it takes a typed name of a file that does not exist in
-  // an Open dialog, as the callers expect, which the desktop's may not.
-  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setOption(QFileDialog::DontUseNativeDialog, !nativeFileDialogs());
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setAcceptMode(request.saveMode ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
@@ -172,7 +173,7 @@ std::optional<std::string> QtPlatform::fileDialog(const FileDialogRequest& reque
   unwindIfEnded();
   const QStringList files = dialog.selectedFiles();
   if (!chosen || files.isEmpty()) return std::nullopt;
-  return QFile::encodeName(files.first()).toStdString();
+  return pathFromQt(files.first());
 }
 
 std::optional<std::string> QtPlatform::readUserValue(const std::string& keyPath,
@@ -226,11 +227,11 @@ TwipsSize QtPlatform::windowFrameSize(const Form& window) {
 }
 
 std::string QtPlatform::currentDirectory() {
-  return QDir::currentPath().toStdString();
+  return pathFromQt(QDir::currentPath());
 }
 
 std::string QtPlatform::programDirectory() {
-  return QCoreApplication::applicationDirPath().toStdString();
+  return pathFromQt(QCoreApplication::applicationDirPath());
 }
 
 void QtPlatform::showWindow(Form& window) {

@@ -1,16 +1,31 @@
 # Runs one scenario (see CMakeLists.txt): cmake -DDRIVER=... -DSCENARIOS=...
-# -DNAME=... -DWORK=... -P run_scenario.cmake
+# -DNAME=... -DWORK=... [-DEMULATOR=wine] -P run_scenario.cmake
 
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
 file(COPY ${SCENARIOS}/fixtures/ DESTINATION ${WORK})
 
+if(EMULATOR)
+  set(ENV{WINEDEBUG} -all)
+endif()
 execute_process(
-  COMMAND ${DRIVER} --store ${WORK}/store.ini ${SCENARIOS}/${NAME}.scn
+  COMMAND ${EMULATOR} ${DRIVER} --store ${WORK}/store.ini ${SCENARIOS}/${NAME}.scn
   WORKING_DIRECTORY ${WORK}
   OUTPUT_VARIABLE transcript
   ERROR_VARIABLE errors
   RESULT_VARIABLE status)
+
+# A Windows driver under Wine writes CR LF and Windows paths: Z:\work\...,
+# with each backslash doubled in the transcript. Made Linux-like, the same
+# transcript must come out.
+if(EMULATOR)
+  string(REPLACE "\r\n" "\n" transcript "${transcript}")
+  string(REPLACE "\r\n" "\n" errors "${errors}")
+  string(REPLACE "\\\\" "/" transcript "${transcript}")
+  string(REPLACE "\\" "/" errors "${errors}")
+  string(REPLACE "Z:/" "/" transcript "${transcript}")
+  string(REPLACE "Z:/" "/" errors "${errors}")
+endif()
 
 # The paths that differ from one checkout to the next.
 get_filename_component(bin ${DRIVER} DIRECTORY)
