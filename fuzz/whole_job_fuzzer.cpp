@@ -12,8 +12,8 @@
 //   flag 1: tick chkAddLOD1 (when the source has one LOD)
 //   flag 2: switch chkAddColorKey over before saving
 //   flag 4: the save meets the file-size limit, so the write fails half way:
-//           the file must hold a prefix of the full output, the writer's
-//           failure must be reported, and the stores must still save whole.
+//           the target must keep its old bytes, the writer's failure must be
+//           reported, and the stores must still save whole.
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -37,6 +37,8 @@ using namespace korvane::fuzzing;
 namespace {
 
 constexpr std::string_view kSplit{"\0SPLIT\0", 7};
+// What the target holds before the save: a save that fails leaves it so.
+constexpr std::string_view kOldTarget = "old target\r\n";
 constexpr const char* kRewritten[] = {
     "TEXTUREMAP=", "COLORKEY=", "NUMBEROFLOD=", "AUTOLOD#0=", "AUTOLOD#1=", "USEAUTOLOD="};
 
@@ -95,7 +97,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string outPath = scratchFile("out.kob");
   writeBytes(lod0Path, lod0Bytes);
   writeBytes(lod1Path, lod1Bytes);
-  ::unlink(outPath.c_str());
+  writeBytes(outPath, kOldTarget);
 
   Session session;
   HeadlessPlatform& platform = session.platform;
@@ -130,8 +132,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FUZZ_CHECK(platform.messages.size() == 1, "Save As refused with " + shown(crlf(platform.messages)));
     return 0;
   }
-  // Without a limit the file is the full output; with one it is its head, and
-  // the stores, untouched by the failure, still save it whole.
+  // Without a limit the file is the full output; with one that cuts it, the
+  // old target, and the stores, untouched by the failure, still save it whole.
   const std::string output = readBytes(outPath);
   std::string full = output;
   if (flags & 4) {
@@ -140,8 +142,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     (frm.chkAddLOD1.Value() > 0 ? SaveFileCombined : SaveFileLOD0)(frm, scratchFile("full.kob"));
     FUZZ_CHECK(platform.messages.empty(), "saving again failed: " + shown(crlf(platform.messages)));
     full = readBytes(scratchFile("full.kob"));
-    FUZZ_CHECK(output == full.substr(0, limit),
-               "the cut file " + shown(output) + " is not the head of " + shown(full));
+    FUZZ_CHECK(output == (limit < full.size() ? std::string(kOldTarget) : full),
+               "a save cut at " + std::to_string(limit) + " left " + shown(output));
     const std::string failure = std::string("Unexpected error in ") + saver + ": Disk full ( 61)";
     FUZZ_CHECK((limit < full.size()) == (!saveMessages.empty() && saveMessages.back() == failure),
                "a save cut at " + std::to_string(limit) + " of " + std::to_string(full.size()) +

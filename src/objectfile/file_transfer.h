@@ -1,7 +1,9 @@
 #pragma once
 // Moving lines between files on disk and the main window's line stores.
 // Reading: CR and CR LF end a line, a lone LF stays in the line, no extra line
-// at the end, an empty file gives none. Writing: every line ends in CR LF.
+// at the end, an empty file gives none. Writing: every line ends in CR LF, and
+// the target takes its new content whole or, when the save fails, keeps its
+// old one (LineWriter).
 // Each procedure reports its own failure ("Unexpected error in <name>: ...")
 // and returns normally.
 

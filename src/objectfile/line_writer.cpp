@@ -2,37 +2,21 @@
 
 #include <cstring>
 
-#include "runtime/failure.h"
-
 namespace korvane {
 namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 }
 
 LineWriter::LineWriter(const std::string& path)
-    : m_file(PosixFile::openForWriting(path)),
+    : m_file(FileReplacement::begin(path)),
       m_buffer(std::make_unique_for_overwrite<char[]>(kLineWriteBufferSize)) {}
-
-LineWriter::~LineWriter() {
-  if (m_closed || m_failed) return;
-  try {
-    flush();
-  } catch (const RuntimeFailure&) {
-    // Already leaving through another failure, which is the one reported.
-  }
-}
 
 void LineWriter::writeLine(std::string_view text) {
   if (m_used + text.size() + kLineEnd.size() > kLineWriteBufferSize) {
     flush();
     // A line longer than the whole buffer goes out directly.
     if (text.size() + kLineEnd.size() > kLineWriteBufferSize) {
-      try {
-        m_file.writeAll(text.data(), text.size());
-      } catch (const RuntimeFailure&) {
-        m_failed = true;
-        throw;
-      }
+      m_file.writeAll(text.data(), text.size());
       text = {};
     }
   }
@@ -54,31 +38,20 @@ void LineWriter::writeBytes(std::string_view bytes) {
     m_used = bytes.size();
     return;
   }
-  try {
-    m_file.writeAll(bytes.data(), bytes.size());
-  } catch (const RuntimeFailure&) {
-    m_failed = true;
-    throw;
-  }
+  m_file.writeAll(bytes.data(), bytes.size());
 }
 
 void LineWriter::close() {
   flush();
-  m_closed = true;
-  m_file.close();
+  m_file.commit();
 }
 
 void LineWriter::flush() {
   if (m_used == 0) return;
   // A failed write is never tried again, so the buffer is spent either way.
-  std::size_t used = m_used;
+  const std::size_t used = m_used;
   m_used = 0;
-  try {
-    m_file.writeAll(m_buffer.get(), used);
-  } catch (const RuntimeFailure&) {
-    m_failed = true;
-    throw;
-  }
+  m_file.writeAll(m_buffer.get(), used);
 }
 
 }  // namespace korvane

@@ -1,11 +1,16 @@
 #include "objectfile/posix_file.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
+#include <csignal>
+#include <cstdlib>
 #include <filesystem>
+#include <optional>
 
 #include "runtime/failure.h"
 
@@ -50,7 +55,102 @@ int openOrThrow(const std::string& path, int flags) {
   }
 }
 
+// The file that a path names, symbolic links followed as the system follows
+// them; the path as it stands when it names nothing (yet).
+std::string followLinks(std::string path) {
+  constexpr int kMostLinks = 40;  // as many as the system follows before ELOOP
+  for (int hops = 0; hops < kMostLinks; ++hops) {
+    struct stat info {};
+    if (::lstat(path.c_str(), &info) != 0 || !S_ISLNK(info.st_mode)) return path;
+    std::string link(info.st_size > 0 ? static_cast<std::size_t>(info.st_size) : 4096, '\0');
+    const ssize_t length = ::readlink(path.c_str(), link.data(), link.size());
+    if (length < 0) return path;
+    link.resize(static_cast<std::size_t>(length));
+    if (!link.starts_with('/')) {
+      const std::size_t slash = path.rfind('/');
+      link.insert(0, slash == std::string::npos ? std::string() : path.substr(0, slash + 1));
+    }
+    path = std::move(link);
+  }
+  throw failureFromErrno(ELOOP);
+}
+
+// What the temporary files of a target's saves begin with. Long names are
+// cut so that the whole stays within the system's limit of a file name.
+std::string temporaryPrefix(const std::string& name) {
+  constexpr std::size_t kLongestName = 200;
+  return "." + name.substr(0, kLongestName) + ".korvane-";
+}
+
+// Temporary files of earlier saves of the same target whose process no
+// longer runs: it was killed or lost power before it could remove them.
+void removeLeftovers(const std::string& folder, const std::string& prefix) {
+  DIR* directory = ::opendir(folder.c_str());
+  if (directory == nullptr) return;
+  const pid_t self = ::getpid();
+  while (const dirent* entry = ::readdir(directory)) {
+    const std::string_view name = entry->d_name;
+    if (!name.starts_with(prefix)) continue;
+    char* end = nullptr;
+    const long pid = std::strtol(name.data() + prefix.size(), &end, 10);
+    if (pid <= 0 || *end != '-' || pid == self) continue;
+    if (::kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH)
+      ::unlinkat(::dirfd(directory), name.data(), 0);
+  }
+  ::closedir(directory);
+}
+
+// A new file beside the target, with the target's owner and permission bits
+// when there is one; nothing when the folder takes no new file.
+std::optional<std::pair<int, std::string>> createBeside(const std::filesystem::path& target,
+                                                        const struct stat* old) {
+  const std::string folder = target.has_parent_path() ? target.parent_path().string() : ".";
+  const std::string prefix = temporaryPrefix(target.filename().string());
+  removeLeftovers(folder, prefix);
+  static std::atomic<unsigned> counter;
+  constexpr int kAttempts = 100;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    const std::string name =
+        folder + "/" + prefix + std::to_string(::getpid()) + "-" + std::to_string(counter++);
+    // Until it has the old file's bits, no one but the owner may read it.
+    const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY,
+                                  old != nullptr ? 0600 : 0666);
+    if (descriptor < 0) {
+      if (errno == EEXIST || errno == EINTR) continue;
+      return std::nullopt;
+    }
+    if (old != nullptr) {
+      // Only a privileged process may give a file away; the group may
+      // still be kept. Either is left as it is when the system refuses.
+      if ((old->st_uid != ::geteuid() || old->st_gid != ::getegid()) &&
+          ::fchown(descriptor, old->st_uid, old->st_gid) != 0) {
+        [[maybe_unused]] const int ignored = ::fchown(descriptor, static_cast<uid_t>(-1), old->st_gid);
+      }
+      ::fchmod(descriptor, old->st_mode & 07777);
+    }
+    return std::pair{descriptor, name};
+  }
+  return std::nullopt;
+}
+
+// Makes the rename itself last through a loss of power. Some file systems
+// cannot sync a folder; the content is on the disk either way.
+void syncFolderOf(const std::filesystem::path& file) {
+  const std::string folder = file.has_parent_path() ? file.parent_path().string() : ".";
+  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  ::fsync(descriptor);
+  ::close(descriptor);
+}
+
 }  // namespace
+
+void keepGoingPastFileSizeLimit() {
+  // A handler that someone installed on purpose stays.
+  struct sigaction current {};
+  if (::sigaction(SIGXFSZ, nullptr, &current) == 0 && current.sa_handler == SIG_DFL)
+    ::signal(SIGXFSZ, SIG_IGN);
+}
 
 PosixFile PosixFile::openRegular(const std::string& path, int flags) {
   PosixFile file(openOrThrow(path, flags));
@@ -69,6 +169,7 @@ PosixFile PosixFile::openForReading(const std::string& path) {
 // O_TRUNC cuts nothing but a regular file, so a special file found only after
 // the open has lost nothing by the time it is refused.
 PosixFile PosixFile::openForWriting(const std::string& path) {
+  keepGoingPastFileSizeLimit();
   return openRegular(path, O_WRONLY | O_CREAT | O_TRUNC);
 }
 
@@ -102,12 +203,59 @@ void PosixFile::writeAll(const char* data, std::size_t size) {
   }
 }
 
+void PosixFile::flushToDisk() {
+  // EINVAL: a file system that keeps nothing on a disk, such as a pipe's.
+  while (::fdatasync(m_descriptor) != 0) {
+    if (errno == EINVAL) return;
+    if (errno != EINTR) throw failureFromErrno(errno);
+  }
+}
+
 void PosixFile::close() {
   int descriptor = m_descriptor;
   m_descriptor = -1;
   // On Linux the descriptor is gone even when close reports EINTR; closing it
   // again could hit a descriptor opened since, so EINTR is let pass.
   if (descriptor >= 0 && ::close(descriptor) != 0 && errno != EINTR) throw failureFromErrno(errno);
+}
+
+FileReplacement FileReplacement::begin(const std::string& target) {
+  keepGoingPastFileSizeLimit();
+  const std::string file = followLinks(target);
+  struct stat info {};
+  const bool exists = ::stat(file.c_str(), &info) == 0;
+  if (exists) {
+    refuseUnlessRegular(info);
+    // A file that may not be written is not replaced either, though its
+    // folder would let it be.
+    if (::faccessat(AT_FDCWD, file.c_str(), W_OK, AT_EACCESS) != 0) throw openFailure(file, errno);
+  }
+  // The other names of a file with several would go on naming the old one.
+  const std::filesystem::path path(file);
+  if ((!exists || info.st_nlink == 1) && path.has_filename()) {
+    if (auto created = createBeside(path, exists ? &info : nullptr)) {
+      return FileReplacement(PosixFile(created->first), std::move(created->second), file);
+    }
+  }
+  return FileReplacement(PosixFile::openForWriting(file), {}, file);
+}
+
+FileReplacement::FileReplacement(FileReplacement&& other) noexcept
+    : m_file(std::move(other.m_file)),
+      m_temporary(std::exchange(other.m_temporary, {})),
+      m_target(std::move(other.m_target)) {}
+
+FileReplacement::~FileReplacement() {
+  if (!m_temporary.empty()) ::unlink(m_temporary.c_str());
+}
+
+void FileReplacement::commit() {
+  if (inPlace()) return m_file.close();
+  m_file.flushToDisk();
+  m_file.close();
+  if (::rename(m_temporary.c_str(), m_target.c_str()) != 0) throw failureFromErrno(errno);
+  m_temporary.clear();
+  syncFolderOf(m_target);
 }
 
 }  // namespace korvane

@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -41,7 +45,7 @@ class FileTransfer : public ::testing::Test {
 };
 
 // Read into the LOD 0 store in place of old lines, then saved over the
-// source, alone and with the LOD 1 lines directly behind.
+// source alone, and with the LOD 1 lines directly behind over the LOD 1 source.
 TEST_F(FileTransfer, ReadingAndSavingGivesTheLinesEachWithCrLf) {
   const std::tuple<std::string, Lines, std::string> cases[] = {
       {"[M]\r\n\r\n  x = 1\t\r\n", {"[M]", "", "  x = 1\t"}, "[M]\r\n\r\n  x = 1\t\r\n"},
@@ -50,7 +54,8 @@ TEST_F(FileTransfer, ReadingAndSavingGivesTheLinesEachWithCrLf) {
       {"\r\r\n\n", {"", "", "\n"}, "\r\n\r\n\n\r\n"},
       {"", {}, ""},
   };
-  fill(lod1, {"[LOD 1]"});
+  const std::string lod1Source = dir.write("lod1.kob", "x\r\n[LOD 0]\r\n");
+  ReadFileLOD1(frm, lod1Source);
   for (const auto& [source, stored, saved] : cases) {
     fill(lod0, {"old 1", "old 2", "old 3", "old 4", "old 5"});
     std::string path = dir.write("source.kob", source);
@@ -58,8 +63,8 @@ TEST_F(FileTransfer, ReadingAndSavingGivesTheLinesEachWithCrLf) {
     EXPECT_EQ(linesOf(lod0), stored) << source;
     SaveFileLOD0(frm, path);
     EXPECT_EQ(readBytes(path), saved) << source;
-    SaveFileCombined(frm, path);
-    EXPECT_EQ(readBytes(path), saved + "[LOD 1]\r\n") << source;
+    SaveFileCombined(frm, lod1Source);
+    EXPECT_EQ(readBytes(lod1Source), saved + "[LOD 0]\r\n") << source;
   }
   EXPECT_TRUE(platform.messages.empty());
 }
@@ -81,35 +86,142 @@ TEST_F(FileTransfer, ReadFileLOD1StoresFromTheFirstExactMarkerLineOn) {
   EXPECT_EQ(lod0.ListCount(), 0);
 }
 
-// Caps the size of files this process writes, with SIGXFSZ ignored, so that
-// a write stops half way as on a full disk: in the middle of the lines, or
-// only when the last buffered bytes go out as the file is closed.
-TEST_F(FileTransfer, WriteFailingHalfWayLeavesThePartialFileAndTheStores) {
-  auto saveWithLimit = [&](void (*save)(frmKorvane&, const std::string&), rlim_t bytes) {
-    rlimit old{};
-    getrlimit(RLIMIT_FSIZE, &old);
-    rlimit limit = old;
-    limit.rlim_cur = bytes;
-    auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &limit);
-    save(frm, dir.file("out.kob"));
-    setrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, oldHandler);
-    return readBytes(dir.file("out.kob"));
-  };
+// A save in a child process, which may be limited, killed or run beside
+// another: the target holds its old bytes or the new ones whole, except where
+// it has to be written in place (several hard links, a folder that takes no
+// new file), and no temporary file outlives the next save.
+TEST_F(FileTransfer, ASaveReplacesItsTargetWholeOrNotAtAll) {
+  enum Target { New, Old0640, SymbolicLink, HardLinked, FolderTakesNoNewFile };
+  enum Ending { Completes, FileSizeLimit, Killed, TwoAtOnce };
+  constexpr rlim_t kLimit = 1500000;
   std::string source;
-  for (int i = 0; i < 200000; ++i) source += "line " + std::to_string(i) + "\r\n";
+  for (int i = 0; i < 400000; ++i) source += "v " + std::to_string(i) + " 0.5 0.25\r\n";
   // Read from a file, so that the lines go out as one run of the source.
   ReadFileLOD0(frm, dir.write("source.kob", source));
-  const Lines lines = linesOf(lod0);
   fill(lod1, {"[LOD 1]"});
-  EXPECT_EQ(saveWithLimit(SaveFileCombined, 1500000), source.substr(0, 1500000));
-  EXPECT_EQ(linesOf(lod0), lines);
-  EXPECT_EQ(linesOf(lod1), (Lines{"[LOD 1]"}));
-  fill(lod0, {"a", "b"});
-  EXPECT_EQ(saveWithLimit(SaveFileLOD0, 3), "a\r\n");
-  EXPECT_EQ(platform.messages, (Lines{"Unexpected error in SaveFileCombined: Disk full ( 61)",
-                                      "Unexpected error in SaveFileLOD0: Disk full ( 61)"}));
+  const std::string full = source + "[LOD 1]\r\n", changed = source + "[LOD 1]\r\nsecond\r\n";
+  const mode_t umask = ::umask(0);
+  ::umask(umask);
+
+  struct Saving {
+    pid_t pid;
+    int said;
+  };
+  // The child sends the messages it showed through a pipe.
+  auto saveInChild = [&](const std::string& target, rlim_t limit, bool asOtherUser, bool second) {
+    int channel[2];
+    EXPECT_EQ(::pipe(channel), 0);
+    const pid_t pid = ::fork();
+    if (pid == 0) {
+      const rlimit cap{limit, limit};
+      if (limit != 0) ::setrlimit(RLIMIT_FSIZE, &cap);
+      // Root writes anywhere: the folder is closed to another user instead.
+      if (asOtherUser && ::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) ::_exit(3);
+      if (second) lod1.AddItem("second");
+      SaveFileCombined(frm, target);
+      std::string said;
+      for (const std::string& message : platform.messages) said += message + "\n";
+      ::_exit(::write(channel[1], said.data(), said.size()) == static_cast<ssize_t>(said.size()) ? 0 : 4);
+    }
+    ::close(channel[1]);
+    return Saving{pid, channel[0]};
+  };
+  auto finish = [](Saving saving) {
+    std::string said;
+    char buffer[256];
+    for (ssize_t n; (n = ::read(saving.said, buffer, sizeof buffer)) > 0;) said.append(buffer, n);
+    ::close(saving.said);
+    int status = 0;
+    ::waitpid(saving.pid, &status, 0);
+    if (WIFSIGNALED(status) && WTERMSIG(status) != SIGKILL)
+      said += "ended by signal " + std::to_string(WTERMSIG(status));
+    return said;
+  };
+  auto leftovers = [&] {
+    int count = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(dir.path()))
+      count += entry.path().filename().string().find(".korvane-") != std::string::npos;
+    return count;
+  };
+
+  for (const Target target : {New, Old0640, SymbolicLink, HardLinked, FolderTakesNoNewFile}) {
+    const bool inPlace = target == HardLinked || target == FolderTakesNoNewFile;
+    for (const Ending ending : {Completes, FileSizeLimit, Killed, TwoAtOnce}) {
+      if (inPlace && (ending == Killed || ending == TwoAtOnce)) continue;
+      SCOPED_TRACE("target " + std::to_string(target) + ", ending " + std::to_string(ending));
+      const std::filesystem::path folder = dir.path() / "out";
+      std::filesystem::remove_all(folder);
+      std::filesystem::create_directories(folder / "real");
+      const std::string path = (folder / "out.kob").string();
+      std::string file = path;  // what the target's content is read from
+      if (target != New) std::ofstream(path) << "old\r\n";
+      if (target == Old0640) std::filesystem::permissions(path, std::filesystem::perms(0640));
+      if (target == SymbolicLink) {
+        file = (folder / "real/out.kob").string();
+        std::filesystem::rename(path, file);
+        std::filesystem::create_symlink("real/out.kob", path);
+      }
+      if (target == HardLinked) std::filesystem::create_hard_link(path, folder / "real/other.kob");
+      if (target == FolderTakesNoNewFile) {
+        std::filesystem::permissions(path, std::filesystem::perms(0666));
+        std::filesystem::permissions(folder, std::filesystem::perms(0555));
+      }
+
+      std::string said;
+      if (ending == TwoAtOnce) {
+        const Saving first = saveInChild(path, 0, false, false), second = saveInChild(path, 0, false, true);
+        said = finish(first) + finish(second);
+      } else {
+        const Saving saving =
+            saveInChild(path, ending == FileSizeLimit ? kLimit : 0, target == FolderTakesNoNewFile, false);
+        if (ending == Killed) {
+          // As soon as the new content has begun to arrive.
+          for (int wait = 0; wait < 20000 && leftovers() == 0; ++wait) ::usleep(500);
+          ::kill(saving.pid, SIGKILL);
+        }
+        said = finish(saving);
+      }
+      const std::string content = readBytes(file);
+      const bool exists = std::filesystem::exists(file);
+      switch (ending) {
+        case Completes:
+          EXPECT_EQ(content, full);
+          break;
+        case FileSizeLimit:
+          EXPECT_EQ(content, inPlace ? full.substr(0, kLimit) : target == New ? "" : "old\r\n");
+          EXPECT_EQ(exists, target != New);
+          EXPECT_EQ(said, "Unexpected error in SaveFileCombined: Disk full ( 61)\n");
+          said.clear();
+          break;
+        case Killed:
+          // Killed while writing: the old file, and the temporary one left for the next save.
+          EXPECT_EQ(content, target == New ? "" : "old\r\n");
+          EXPECT_EQ(leftovers(), 1);
+          break;
+        case TwoAtOnce:
+          EXPECT_TRUE(content == full || content == changed) << content.size();
+          break;
+      }
+      EXPECT_EQ(said, "");
+      if (target == Old0640) {
+        EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0640));
+      } else if (target == New && exists) {
+        EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0666 & ~umask));
+      } else if (target == SymbolicLink) {
+        EXPECT_TRUE(std::filesystem::is_symlink(path));
+      } else if (target == HardLinked) {
+        EXPECT_EQ(readBytes((folder / "real/other.kob").string()), content);
+      }
+      // The next save cleans up after a killed one.
+      if (target != FolderTakesNoNewFile) {
+        SaveFileCombined(frm, path);
+        EXPECT_EQ(readBytes(file), full);
+        EXPECT_EQ(leftovers(), 0);
+      }
+      std::filesystem::permissions(folder, std::filesystem::perms(0755));
+    }
+  }
+  EXPECT_EQ(platform.messages, Lines{});
 }
 
 // A failed read leaves its own store empty, a failed save both as they were,
