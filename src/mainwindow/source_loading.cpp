@@ -1,6 +1,8 @@
 #include "mainwindow/source_loading.h"
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 #include "advanced/autolod.h"
 #include "mainwindow/color_key_editor.h"
@@ -34,10 +36,24 @@ std::string withBackslashes(std::string path) {
   return path;
 }
 
+// Ticking the box runs its handler inside the set, and the handler asks for
+// a file. For a file handed in, the set goes without the handler.
+void tickWithoutHandler(CheckBox& box) {
+  struct Detached {
+    CheckBox& box;
+    std::function<void()> handler = std::exchange(box.onClick, nullptr);
+    ~Detached() { box.onClick = std::move(handler); }
+  } detached{box};
+  box.SetValue(1);
+}
+
 }  // namespace
 
 void btnBrowseLOD0_Click(frmKorvane& frm) {
-  std::string path = askForFile(frm, "Open KOB File (LOD 0)", kKobFilter);
+  OpenSourceLOD0(frm, askForFile(frm, "Open KOB File (LOD 0)", kKobFilter));
+}
+
+void OpenSourceLOD0(frmKorvane& frm, const std::string& path) {
   if (path.empty()) return;
   FlushProfileCache(path);
   // Every change to the window comes after the validation, so a refused file
@@ -62,11 +78,36 @@ void btnBrowseLOD0_Click(frmKorvane& frm) {
 }
 
 void btnBrowseLOD1_Click(frmKorvane& frm) {
-  std::string path = askForLOD1Source(frm);
+  SwapSourceLOD1(frm, askForLOD1Source(frm));
+}
+
+void SwapSourceLOD1(frmKorvane& frm, const std::string& path) {
   if (path.empty()) return;
   FlushProfileCache(path);
   if (!ValidateFileLOD1(frm.platform(), path)) return;
   // A swap of the LOD 1 source keeps the AutoLOD values the author set.
+  frm.txtFilePathLOD1.SetText(path);
+  ReadFileLOD1(frm, path);
+}
+
+void AddSourceLOD1(frmKorvane& frm, const std::string& path) {
+  bool accepted = false;
+  if (!path.empty()) {
+    FlushProfileCache(path);
+    accepted = ValidateFileLOD1(frm.platform(), path);
+  }
+  if (!accepted) {
+    // Unchecking runs the box's handler again, inside the set, on its closing
+    // branch; nothing is left to do here afterwards.
+    frm.lstDataLOD1.Store().Clear();
+    frm.chkAddLOD1.SetValue(0);
+    return;
+  }
+  frm.Frame4.SetEnabled(true);
+  frm.btnBrowseLOD1.SetEnabled(true);
+  frm.txtFilePathLOD1.SetEnabled(true);
+  UseDefaultAutoLOD(frm.program());
+  frm.btnAdvancedSettings.SetEnabled(true);
   frm.txtFilePathLOD1.SetText(path);
   ReadFileLOD1(frm, path);
 }
@@ -80,26 +121,7 @@ void btnBrowseTextureMap_Click(frmKorvane& frm) {
 
 void chkAddLOD1_Click(frmKorvane& frm) {
   if (frm.chkAddLOD1.Value() == 1) {
-    std::string path = askForLOD1Source(frm);
-    bool accepted = false;
-    if (!path.empty()) {
-      FlushProfileCache(path);
-      accepted = ValidateFileLOD1(frm.platform(), path);
-    }
-    if (!accepted) {
-      // Unchecking runs this handler again, inside the set, on its closing
-      // branch; nothing is left to do here afterwards.
-      frm.lstDataLOD1.Store().Clear();
-      frm.chkAddLOD1.SetValue(0);
-      return;
-    }
-    frm.Frame4.SetEnabled(true);
-    frm.btnBrowseLOD1.SetEnabled(true);
-    frm.txtFilePathLOD1.SetEnabled(true);
-    UseDefaultAutoLOD(frm.program());
-    frm.btnAdvancedSettings.SetEnabled(true);
-    frm.txtFilePathLOD1.SetText(path);
-    ReadFileLOD1(frm, path);
+    AddSourceLOD1(frm, askForLOD1Source(frm));
     return;
   }
   // Unchecked or grayed: no LOD 1 source is in play.
@@ -109,6 +131,28 @@ void chkAddLOD1_Click(frmKorvane& frm) {
   frm.btnAdvancedSettings.SetEnabled(false);
   frm.txtFilePathLOD1.SetText("");
   frm.lstDataLOD1.Store().Clear();
+}
+
+bool FrameTakesFile(const frmKorvane& frm, SourceFrame frame) {
+  if (frame == SourceFrame::LOD0) return frm.btnBrowseLOD0.Enabled();
+  return frm.btnBrowseLOD1.Enabled() || (frm.chkAddLOD1.Enabled() && frm.chkAddLOD1.Value() == 0);
+}
+
+bool HandFileToFrame(frmKorvane& frm, SourceFrame frame, const std::string& path) {
+  if (path.empty() || !FrameTakesFile(frm, frame)) return false;
+  const std::string fullPath = FullPathOf(frm.platform(), path);
+  const bool ticking = frame == SourceFrame::LOD1 && !frm.btnBrowseLOD1.Enabled();
+  // The box is ticked before its dialog opens; the handed file answers the dialog.
+  if (ticking) tickWithoutHandler(frm.chkAddLOD1);
+  // A dialog remembers the directory before any validation.
+  RememberDirectoryOf(frm.platform(), fullPath);
+  if (frame == SourceFrame::LOD0)
+    OpenSourceLOD0(frm, fullPath);
+  else if (ticking)
+    AddSourceLOD1(frm, fullPath);
+  else
+    SwapSourceLOD1(frm, fullPath);
+  return true;
 }
 
 void ReadTextureMap(frmKorvane& frm, const std::string& path) {

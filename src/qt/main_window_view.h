@@ -4,7 +4,9 @@
 // focus; Esc does nothing; every close request goes to Form_QueryUnload.
 
 #include <QWidget>
+#include <optional>
 
+#include "mainwindow/source_loading.h"
 #include "qt/form_mirror.h"
 #include "qt/window_view.h"
 
@@ -23,8 +25,14 @@ class MainWindowView : public QWidget, public WindowView {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
+  // The source frame under a point of the window that takes a file now.
+  std::optional<SourceFrame> frameTakingFileAt(const QPoint& position) const;
+
   frmKorvane& m_form;
   QtPlatform& m_platform;
   FormMirror m_mirror;

@@ -4,7 +4,10 @@
 #include <QAbstractSlider>
 #include <QApplication>
 #include <QCheckBox>
+#include <QDropEvent>
+#include <QFileInfo>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPointer>
 #include <QScrollBar>
 #include <QSlider>
@@ -12,6 +15,7 @@
 #include <QStyleOptionButton>
 #include <QStyleOptionSlider>
 #include <QTest>
+#include <QUrl>
 #include <QWidget>
 #include <algorithm>
 #include <cctype>
@@ -212,6 +216,25 @@ void pressAccessKey(QWidget& window, char letter) {
 void pressKey(QWidget& window, int key, Qt::KeyboardModifiers modifiers) {
   QWidget* focus = window.focusWidget();
   QTest::keyClick(focus != nullptr ? focus : &window, static_cast<Qt::Key>(key), modifiers);
+}
+
+bool dropFile(QWidget& widget, const QString& path) {
+  QWidget& window = *widget.window();
+  const QPointF at = widget.mapTo(&window, widget.rect().center());
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath())});
+  QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&window, &enter);
+  QDragMoveEvent move(at.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  if (enter.isAccepted()) QApplication::sendEvent(&window, &move);
+  if (!enter.isAccepted() || !move.isAccepted()) {
+    QDragLeaveEvent leave;
+    QApplication::sendEvent(&window, &leave);
+    return false;
+  }
+  QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&window, &drop);
+  return drop.isAccepted();
 }
 
 }  // namespace korvane::scenario

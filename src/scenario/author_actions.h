@@ -56,6 +56,10 @@ bool clickTrack(QAbstractSlider& bar, bool before);
 // has (a window that the click opens has come and gone by then).
 void pressAccessKey(QWidget& window, char letter);
 
+// The file dragged from another program onto the middle of the widget and
+// let go there. False if its window refused it there.
+bool dropFile(QWidget& widget, const QString& path);
+
 // A key pressed in the window, where the window's focus lies.
 void pressKey(QWidget& window, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 

@@ -12,6 +12,7 @@
 
 #include "advanced/advanced_settings_window.h"
 #include "mainwindow/main_window.h"
+#include "mainwindow/source_loading.h"
 #include "runtime/shared_strings.h"
 #include "scenario/author_actions.h"
 #include "scenario/escapes.h"
@@ -149,7 +150,7 @@ void Driver::execute(const Command& command) {
       SetRegStr(m_platform, kStoreValueName, command.text, kStoreKeyPath, HKEY_CURRENT_USER);
       break;
     case Verb::Start:
-      start();
+      start(command.text);
       break;
     case Verb::Answer:
       m_platform.queueAnswer(command.text);
@@ -197,6 +198,9 @@ void Driver::execute(const Command& command) {
     case Verb::Escape:
       pressKey(Qt::Key_Escape);
       break;
+    case Verb::Drop:
+      drop(command);
+      break;
     case Verb::Close:
       closeMainWindow(command);
       break;
@@ -212,11 +216,14 @@ void Driver::execute(const Command& command) {
   }
 }
 
-void Driver::start() {
+void Driver::start(const std::string& file) {
   m_started = true;
   m_platform.runEntryPoint("Main", [this] { m_program.Main(); });
   if (!m_platform.ended() && m_program.MainWindowLoaded() && m_program.MainWindow().Visible()) {
     activate(m_platform.windowWidget(m_program.MainWindow()));
+    if (!file.empty())
+      m_platform.runEntryPoint("Main",
+                               [&] { HandFileToFrame(m_program.MainWindow(), SourceFrame::LOD0, file); });
   }
 }
 
@@ -316,6 +323,12 @@ void Driver::pressKey(int key, Qt::KeyboardModifiers modifiers) {
   QWidget& window = activeWindow();
   activate(window);
   scenario::pressKey(window, key, modifiers);
+}
+
+void Driver::drop(const Command& command) {
+  Target target = resolveAs(command, {ControlKind::Frame}, "a frame");
+  if (target.record == nullptr || !dropFile(widgetOf(*target.record), QString::fromStdString(command.text)))
+    m_transcript.write("IGNORED " + command.line);
 }
 
 void Driver::closeMainWindow(const Command& command) {

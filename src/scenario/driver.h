@@ -53,7 +53,8 @@ class Driver {
   void fail(int lineNumber, const std::string& what);
   void finish();
 
-  void start();
+  // Main, then FILE as `korvane FILE` hands it over.
+  void start(const std::string& file);
   void click(const Command& command);
   void type(const Command& command);
   void leave(const Command& command);
@@ -68,6 +69,7 @@ class Driver {
   QWidget& activeWindow();
   // A key pressed in the active window, where its focus lies.
   void pressKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  void drop(const Command& command);
   void closeMainWindow(const Command& command);
   void closeSettingsWindow(const Command& command);
   void print(const Command& command);

@@ -23,7 +23,7 @@ struct VerbForm {
 constexpr std::array kVerbs{
     VerbForm{"cwd", Verb::Cwd, false, Argument::Text},
     VerbForm{"stored", Verb::Stored, false, Argument::OptionalText},
-    VerbForm{"start", Verb::Start, false, Argument::None},
+    VerbForm{"start", Verb::Start, false, Argument::OptionalText},
     VerbForm{"answer", Verb::Answer, false, Argument::Text},
     VerbForm{"cancel", Verb::Cancel, false, Argument::None},
     VerbForm{"click", Verb::Click, true, Argument::None},
@@ -40,6 +40,7 @@ constexpr std::array kVerbs{
     VerbForm{"backtab", Verb::Backtab, false, Argument::None},
     VerbForm{"enter", Verb::Enter, false, Argument::None},
     VerbForm{"escape", Verb::Escape, false, Argument::None},
+    VerbForm{"drop", Verb::Drop, true, Argument::Text},
     VerbForm{"close", Verb::Close, false, Argument::None},
     VerbForm{"close-settings", Verb::CloseSettings, false, Argument::None},
     VerbForm{"print", Verb::Print, true, Argument::None},

@@ -2,13 +2,14 @@
 // A scenario script: one command a line, read as it is needed so that a
 // script on standard input can be fed while the transcript comes back.
 //
-//   cwd DIR | stored [TEXT] | start                      before the program starts
+//   cwd DIR | stored [TEXT] | start [FILE]               before the program starts
 //   answer PATH | cancel                                 queued file-dialog answers
 //   click NAME | type NAME [TEXT] | leave NAME           the author's actions
 //   scroll NAME N | slide NAME N | enter | escape | close | close-settings
 //   keys NAME KEYS | key NAME KEYS                       keys pressed on a control
 //   arrow NAME up|down|left|right | track NAME before|after
 //   alt LETTER | tab | backtab                           keys in the active window
+//   drop NAME FILE                                       a file dropped on a control
 //   print NAME | dump NAME                               looking
 //
 // Blank lines and lines whose first character is '#' are skipped. Blanks
@@ -43,6 +44,7 @@ enum class Verb {
   Backtab,
   Enter,
   Escape,
+  Drop,
   Close,
   CloseSettings,
   Print,

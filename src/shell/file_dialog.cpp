@@ -10,20 +10,20 @@
 
 namespace korvane {
 
-namespace {
-
-// Our dialogs leave the process's current directory where it was, so the
-// chosen file's directory comes from the path itself. A relative path lies
-// under the current directory: the remembered directory must be absolute, or
-// the next run would open its dialogs somewhere else.
-std::string directoryOf(Platform& platform, const std::string& path) {
+std::string FullPathOf(Platform& platform, const std::string& path) {
   std::filesystem::path chosen(path);
   if (chosen.is_relative())
     chosen = (std::filesystem::path(platform.currentDirectory()) / chosen).lexically_normal();
-  return chosen.parent_path().string();
+  return chosen.string();
 }
 
-}  // namespace
+// Our dialogs leave the process's current directory where it was, so the
+// chosen file's directory comes from the path itself. It must be absolute, or
+// the next run would open its dialogs somewhere else.
+void RememberDirectoryOf(Platform& platform, const std::string& path) {
+  DefaultDirPath = std::filesystem::path(FullPathOf(platform, path)).parent_path().string();
+  SaveDefaultDir(platform);
+}
 
 std::string ShowFileDialog(frmKorvane& frm, const std::string& title, const std::string& initialDirectory,
                            const std::string& filter, std::int16_t filterIndex, bool saveMode,
@@ -53,8 +53,7 @@ std::string ShowFileDialog(frmKorvane& frm, const std::string& title, const std:
         if (!chosen) return;
         dialog.FileName = *chosen;
 
-        DefaultDirPath = directoryOf(platform, *chosen);
-        SaveDefaultDir(platform);
+        RememberDirectoryOf(platform, *chosen);
         result = *chosen;
       },
       [&](const RuntimeFailure&) { result.clear(); });

@@ -7,6 +7,7 @@
 namespace korvane {
 
 class frmKorvane;
+class Platform;
 
 inline constexpr const char* kKobFilter = "KOB File (*.kob)|*.kob|All Files (*.*) |*.*";
 inline constexpr const char* kTgaFilter = "TGA File (*.tga)|*.tga|All Files (*.*) |*.*";
@@ -16,5 +17,12 @@ inline constexpr const char* kTgaFilter = "TGA File (*.tga)|*.tga|All Files (*.*
 std::string ShowFileDialog(frmKorvane& frm, const std::string& title, const std::string& initialDirectory,
                            const std::string& filter, std::int16_t filterIndex, bool saveMode,
                            const std::string& fileName);
+
+// A file named outside the dialogs (on the command line, by a drop): its full
+// path, a relative one taken against the current directory as a typed name is.
+std::string FullPathOf(Platform& platform, const std::string& path);
+// The file's directory becomes DefaultDirPath and is stored, as after a dialog
+// that ended with the file.
+void RememberDirectoryOf(Platform& platform, const std::string& path);
 
 }  // namespace korvane

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "mainwindow/main_window.h"
+#include "runtime/shared_strings.h"
 #include "shell/program.h"
 #include "support/scripted_platform.h"
 #include "support/temp_files.h"
@@ -108,6 +109,54 @@ TEST_F(SourceLoading, TheNumberOfLODsIsTheRoundedLeadingNumberOfTheText) {
     EXPECT_EQ(frm.chkAddLOD1.Enabled(), !two && !failed);
     EXPECT_EQ(frm.btnAdvancedSettings.Enabled(), two || failed);
     EXPECT_EQ(platform.messages, *message ? std::vector<std::string>{message} : std::vector<std::string>{});
+  }
+}
+
+// A file handed to a frame (a drop, or LOD 0 from the command line) in each
+// state of the load, row after row on one window.
+TEST_F(SourceLoading, AHandedFileDoesWhatChoosingItInTheFramesOwnDialogDoes) {
+  dir.write("low.kob", kob("1"));
+  struct Row {
+    const char* what;
+    SourceFrame frame;
+    const char* file;  // relative ones lie under the platform's current directory
+    bool taken;
+    const char* after;  // the box, both paths (+ open), the remembered directory, messages
+  };
+  const Row rows[] = {
+      {"nothing loaded: LOD 1 is closed", SourceFrame::LOD1, "one.kob", false,
+       "box=0- '' ''- dir=/home/author"},
+      {"a missing file is refused, its directory remembered", SourceFrame::LOD0, "sub/missing.kob", true,
+       "box=0- '' ''- dir=/home/author/sub Error Reading KOB File: TextureMap Not Found"},
+      {"LOD 0 loads", SourceFrame::LOD0, "one.kob", true, "box=0+ 'one.kob' ''- dir=<dir>"},
+      {"the box ticked, the file refused: unticked again", SourceFrame::LOD1, "two.kob", true,
+       "box=0+ 'one.kob' ''- dir=<dir> Error Reading KOB File: Invalid NumberOfLOD for LOD 1"},
+      {"the box ticked and the file added", SourceFrame::LOD1, "one.kob", true,
+       "box=1+ 'one.kob' 'one.kob'+ dir=<dir>"},
+      {"the LOD 1 source swapped", SourceFrame::LOD1, "low.kob", true,
+       "box=1+ 'one.kob' 'low.kob'+ dir=<dir>"},
+      {"two LODs over a LOD 1 (the box's own handler closes it)", SourceFrame::LOD0, "two.kob", true,
+       "box=2- 'two.kob' ''- dir=<dir>"},
+      {"grayed: LOD 1 is closed", SourceFrame::LOD1, "low.kob", false, "box=2- 'two.kob' ''- dir=<dir>"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.what);
+    platform.clearLog();
+    const std::string file =
+        std::string(row.file).find('/') == std::string::npos ? dir.file(row.file) : row.file;
+    EXPECT_EQ(HandFileToFrame(frm, row.frame, file), row.taken);
+    std::string after = "box=" + std::to_string(frm.chkAddLOD1.Value()) +
+                        (frm.chkAddLOD1.Enabled() ? "+" : "-") + " '" + frm.txtFilePathLOD0.Text() + "' '" +
+                        frm.txtFilePathLOD1.Text() + "'" + (frm.btnBrowseLOD1.Enabled() ? "+" : "-") +
+                        " dir=" + DefaultDirPath;
+    for (const std::string& message : platform.messages) after += " " + message;
+    for (const std::string& from : {dir.path().string() + "/", dir.path().string()})
+      for (std::string::size_type at; (at = after.find(from)) != std::string::npos;)
+        after.replace(at, from.size(), from.back() == '/' ? "" : "<dir>");
+    EXPECT_EQ(after, row.after);
+    if (row.taken) {
+      EXPECT_EQ(platform.store[std::pair("Software\\Korvane", "DefaultDir")], DefaultDirPath);
+    }
   }
 }
 

@@ -26,7 +26,7 @@ TEST(Commands, ABadLineIsRefusedSayingWhatIsWrong) {
       {"Click btnExit", "unknown command \"Click\""},
       {"click", "click needs a control name"},
       {"click btnExit now", "click takes nothing after the name"},
-      {"start now", "start takes nothing after it"},
+      {"tab now", "tab takes nothing after it"},
       {"cwd  ", "cwd needs a text"},
       {"scroll vscrlColorKey0", "scroll needs a whole number, not \"\""},
       {"slide sldColorKey0 1.5", "slide needs a whole number, not \"1.5\""},
