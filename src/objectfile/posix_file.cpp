@@ -133,6 +133,19 @@ std::optional<std::pair<int, std::string>> createBeside(const std::filesystem::p
   return std::nullopt;
 }
 
+// The temporary file being written, for removeUnfinishedReplacement: a
+// fixed buffer, since a signal handler may neither allocate nor lock.
+char g_unfinished[4096];
+volatile std::sig_atomic_t g_unfinishedSet = 0;
+
+void noteUnfinished(const std::string& path) {
+  g_unfinishedSet = 0;
+  if (path.size() >= sizeof g_unfinished) return;
+  path.copy(g_unfinished, path.size());
+  g_unfinished[path.size()] = '\0';
+  g_unfinishedSet = 1;
+}
+
 // Makes the rename itself last through a loss of power. Some file systems
 // cannot sync a folder; the content is on the disk either way.
 void syncFolderOf(const std::filesystem::path& file) {
@@ -144,6 +157,10 @@ void syncFolderOf(const std::filesystem::path& file) {
 }
 
 }  // namespace
+
+void removeUnfinishedReplacement() noexcept {
+  if (g_unfinishedSet) ::unlink(g_unfinished);
+}
 
 void keepGoingPastFileSizeLimit() {
   // A handler that someone installed on purpose stays.
@@ -234,6 +251,7 @@ FileReplacement FileReplacement::begin(const std::string& target) {
   const std::filesystem::path path(file);
   if ((!exists || info.st_nlink == 1) && path.has_filename()) {
     if (auto created = createBeside(path, exists ? &info : nullptr)) {
+      noteUnfinished(created->second);
       return FileReplacement(PosixFile(created->first), std::move(created->second), file);
     }
   }
@@ -243,10 +261,27 @@ FileReplacement FileReplacement::begin(const std::string& target) {
 FileReplacement::FileReplacement(FileReplacement&& other) noexcept
     : m_file(std::move(other.m_file)),
       m_temporary(std::exchange(other.m_temporary, {})),
-      m_target(std::move(other.m_target)) {}
+      m_target(std::move(other.m_target)),
+      m_written(other.m_written),
+      m_handedToDisk(other.m_handedToDisk) {}
 
 FileReplacement::~FileReplacement() {
-  if (!m_temporary.empty()) ::unlink(m_temporary.c_str());
+  if (m_temporary.empty()) return;
+  g_unfinishedSet = 0;
+  ::unlink(m_temporary.c_str());
+}
+
+void FileReplacement::writeAll(const char* data, std::size_t size) {
+  m_file.writeAll(data, size);
+  m_written += size;
+  // The disk starts on the content while the rest is still being written,
+  // so that the wait for all of it at the commit is short. Only a hint: a
+  // failure shows at the commit.
+  constexpr std::size_t kHandOnEvery = std::size_t{8} << 20;
+  if (inPlace() || m_written - m_handedToDisk < kHandOnEvery) return;
+  ::sync_file_range(m_file.m_descriptor, static_cast<off_t>(m_handedToDisk),
+                    static_cast<off_t>(m_written - m_handedToDisk), SYNC_FILE_RANGE_WRITE);
+  m_handedToDisk = m_written;
 }
 
 void FileReplacement::commit() {
@@ -254,6 +289,7 @@ void FileReplacement::commit() {
   m_file.flushToDisk();
   m_file.close();
   if (::rename(m_temporary.c_str(), m_target.c_str()) != 0) throw failureFromErrno(errno);
+  g_unfinishedSet = 0;
   m_temporary.clear();
   syncFolderOf(m_target);
 }

@@ -67,7 +67,7 @@ class FileReplacement {
   // Without commit(), removes the temporary file: the target stays as it was.
   ~FileReplacement();
 
-  void writeAll(const char* data, std::size_t size) { m_file.writeAll(data, size); }
+  void writeAll(const char* data, std::size_t size);
   // Puts the new content in the target's place; every failure throws, and
   // leaves the target as it was unless it is written in place.
   void commit();
@@ -81,10 +81,17 @@ class FileReplacement {
   PosixFile m_file;
   std::string m_temporary;  // empty: written in place
   std::string m_target;     // the file itself, links followed
+  // How far the disk has been asked to take the new content already.
+  std::size_t m_written = 0;
+  std::size_t m_handedToDisk = 0;
 };
 
 // A write past the process's file-size limit fails with EFBIG instead of
 // ending the process by SIGXFSZ. Every open for writing makes sure of it.
 void keepGoingPastFileSizeLimit();
+
+// Removes the temporary file of a replacement under way, if any. Safe in a
+// signal handler, for a program that ends on a signal in the middle of a save.
+void removeUnfinishedReplacement() noexcept;
 
 }  // namespace korvane
