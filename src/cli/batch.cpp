@@ -1,10 +1,14 @@
 #include "cli/batch.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
-#include <fstream>
+#include <sstream>
 #include <vector>
 
 #include "cli/cli_platform.h"
@@ -19,20 +23,72 @@ struct Row {
   std::vector<std::string> cells;
 };
 
+// The jobs file whole, or why not. Only a regular file is read, and the open
+// never waits: a FIFO without a writer would hold the batch for ever, and a
+// device such as /dev/zero or /dev/urandom never ends.
+std::string readJobs(const std::string& path, std::string& text) {
+  struct stat info {};
+  if (::stat(path.c_str(), &info) != 0) return std::strerror(errno);
+  if (S_ISDIR(info.st_mode)) return "is a folder";
+  if (!S_ISREG(info.st_mode)) return "not a regular file";
+  const int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (fd < 0) return std::strerror(errno);
+  std::string why;
+  // Looked at again on the open file, should the path have changed meanwhile.
+  if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) why = "not a regular file";
+  char buffer[65536];
+  for (ssize_t count = 0; why.empty() && (count = ::read(fd, buffer, sizeof buffer)) != 0;) {
+    if (count > 0) {
+      text.append(buffer, static_cast<std::size_t>(count));
+    } else if (errno != EINTR) {
+      why = std::strerror(errno);
+    }
+  }
+  ::close(fd);
+  return why;
+}
+
+// Where relative paths of the rows start: the folder named in the jobs
+// file's path, unless the path leads, through links, to a descriptor of
+// this process (/dev/stdin, /dev/fd/0): such a file has no folder of its
+// own, and the rows are taken from the current directory.
+std::filesystem::path rowsFolder(const std::filesystem::path& jobsPath) {
+  auto descriptors = [](const std::filesystem::path& path) { return path.string().starts_with("/proc/"); };
+  std::error_code error;
+  if (descriptors(
+          std::filesystem::weakly_canonical(std::filesystem::absolute(jobsPath).parent_path(), error)))
+    return {};
+  std::filesystem::path hop = jobsPath;
+  for (int links = 0; links < 40 && std::filesystem::is_symlink(hop, error); ++links) {
+    const std::filesystem::path target = std::filesystem::read_symlink(hop, error);
+    if (error) break;
+    hop = target.is_absolute() ? target : hop.parent_path() / target;
+    if (descriptors(hop.lexically_normal())) return {};
+  }
+  return jobsPath.parent_path();
+}
+
 // The row as a job, or the reason it is none.
 std::string makeJob(const Row& row, const std::filesystem::path& folder, MergeJob& job) {
   if (row.cells.size() > 6) return "more than six columns";
+  for (const std::string& cell : row.cells) {
+    if (cell.find('\0') != std::string::npos) return "a cell holds a NUL byte";
+  }
   std::vector<std::string> cells = row.cells;
   cells.resize(6);
   auto place = [&](const std::string& cell) {
     return cell.empty() || std::filesystem::path(cell).is_absolute() ? cell : (folder / cell).string();
   };
   if (cells[0].empty() || cells[2].empty()) return "a row needs a LOD 0 source and an output";
-  if (cells[2] == "-") return "a batch writes files, not standard output";
+  if (isStandardOutput(cells[2])) return "a batch writes files, not standard output";
   job.lod0 = place(cells[0]);
   job.lod1 = place(cells[1]);
   job.output = place(cells[2]);
-  if (!cells[3].empty()) job.texture = cells[3];
+  if (!cells[3].empty()) {
+    Parsed parsed = parseTexture(cells[3]);
+    if (!parsed.ok) return parsed.error;
+    job.texture = cells[3];
+  }
   if (cells[4] == "off") {
     job.colorKey = MergeJob::ColorKey::Off;
   } else if (!cells[4].empty()) {
@@ -100,19 +156,20 @@ class Progress {
 }  // namespace
 
 int runBatch(const std::string& jobsPath) {
-  std::ifstream in(jobsPath, std::ios::binary);
-  if (!in.is_open() || std::filesystem::is_directory(jobsPath)) {
-    std::fprintf(stderr, "korvane-cli: %s: cannot read the jobs file\n", jobsPath.c_str());
+  std::string jobs;
+  if (std::string why = readJobs(jobsPath, jobs); !why.empty()) {
+    std::fprintf(stderr, "korvane-cli: %s: cannot read the jobs file: %s\n", jobsPath.c_str(), why.c_str());
     return 2;
   }
   std::vector<Row> rows;
+  std::istringstream in(jobs);
   std::string text;
   for (int line = 1; std::getline(in, text); ++line) {
     if (!text.empty() && text.back() == '\r') text.pop_back();
     if (text.find_first_not_of(" \t") == std::string::npos || text[0] == '#') continue;
     rows.push_back({line, splitAt(text, '\t')});
   }
-  std::filesystem::path folder = std::filesystem::path(jobsPath).parent_path();
+  const std::filesystem::path folder = rowsFolder(jobsPath);
 
   Progress progress(jobsPath, static_cast<int>(rows.size()));
   CliPlatform platform;

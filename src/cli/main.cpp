@@ -1,6 +1,7 @@
 // korvane-cli: the author's job from a terminal or a build script, on the
 // same procedures and handlers as the window.
 
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -27,9 +28,9 @@ constexpr const char* kMergeHelp =
     "Opens LOD0 as the window does, adds the LOD 1 source, applies the edits and\n"
     "saves: the output is byte for byte what the window writes.\n"
     "  --lod1 FILE        the LOD 1 source\n"
-    "  -o, --output OUT   the file to write; - for standard output\n"
+    "  -o, --output OUT   the file to write; - or /dev/stdout for standard output\n"
     "  --texture NAME     the texture map name (default: as the source says)\n"
-    "  --colorkey R,G,B   the ColorKey on, each channel 0 to 255\n"
+    "  --colorkey R,G,B   the ColorKey on, each channel 0 to 255, written as given\n"
     "  --no-colorkey      the ColorKey off\n"
     "  --autolod A0,A1    the AutoLOD transition points; leave one empty to keep it\n"
     "Exit status: 0 written, 1 not written, 2 usage error.\n";
@@ -44,8 +45,9 @@ constexpr const char* kBatchHelp =
     "Usage: korvane-cli batch JOBS.tsv\n"
     "One merge per row; tab-separated columns: LOD 0, LOD 1, output, texture,\n"
     "ColorKey (R,G,B or off), AutoLOD (A0,A1). An empty cell keeps what the\n"
-    "source says; relative paths are taken from the folder of JOBS.tsv; rows\n"
-    "beginning with # are skipped. Goes on past a failing row.\n"
+    "source says; relative paths are taken from the folder of JOBS.tsv (from the\n"
+    "current directory for /dev/stdin); rows beginning with # are skipped. Goes on\n"
+    "past a failing row. JOBS.tsv must be a regular file.\n"
     "Exit status: 0 all merged, 1 any failed, 2 usage error or unreadable JOBS.tsv.\n";
 
 int usageError(const std::string& command, const std::string& what) {
@@ -101,12 +103,16 @@ int merge(const std::vector<std::string>& args) {
         arg != "--autolod")
       return usageError("merge", "unknown option " + arg);
     if (!takeValue()) return usageError("merge", arg + " needs a value");
+    if (value.empty() && (arg == "--lod1" || arg == "-o" || arg == "--output"))
+      return usageError("merge", arg + " needs a file name, not an empty one");
     if (arg == "--lod1") {
       job.lod1 = value;
     } else if (arg == "-o" || arg == "--output") {
       job.output = value;
       outputGiven = true;
     } else if (arg == "--texture") {
+      Parsed parsed = parseTexture(value);
+      if (!parsed.ok) return usageError("merge", parsed.error);
       job.texture = value;
     } else if (arg == "--colorkey") {
       if (colorKeyGiven) return usageError("merge", "--colorkey and --no-colorkey exclude each other");
@@ -114,16 +120,17 @@ int merge(const std::vector<std::string>& args) {
       Parsed parsed = parseColorKey(value, job.rgb);
       if (!parsed.ok) return usageError("merge", parsed.error);
       job.colorKey = MergeJob::ColorKey::On;
-    } else {
+    } else if (arg == "--autolod") {
       Parsed parsed = parseAutoLOD(value, job.autoLOD);
       if (!parsed.ok) return usageError("merge", parsed.error);
     }
   }
   if (sources.size() != 1)
     return usageError("merge", sources.empty() ? "no LOD 0 source" : "one LOD 0 source only");
-  if (!outputGiven || job.output.empty()) return usageError("merge", "no output: give -o OUT");
+  if (!outputGiven) return usageError("merge", "no output: give -o OUT");
   if (job.lod1 == "-" || sources[0] == "-")
     return usageError("merge", "sources are files, not standard input");
+  if (sources[0].empty()) return usageError("merge", "the LOD 0 source needs a file name, not an empty one");
   job.lod0 = sources[0];
 
   CliPlatform platform;
@@ -169,6 +176,9 @@ int batch(const std::vector<std::string>& args) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // A reader of standard output that goes away makes the writes fail, and
+  // the job says so and cleans up, rather than ending without a word.
+  std::signal(SIGPIPE, SIG_IGN);
   std::vector<std::string> args(argv + 1, argv + argc);
   if (args.empty()) return usageError("", std::string("no command\n") + kUsage);
   std::string command = args.front();

@@ -1,14 +1,19 @@
 #include "cli/merge_job.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <vector>
 
 #include "advanced/autolod.h"
 #include "cli/cli_platform.h"
+#include "objectfile/posix_file.h"
 #include "shell/program.h"
 
 namespace korvane::cli {
@@ -17,30 +22,83 @@ namespace {
 
 constexpr std::size_t kAutoLODTyping = 6;  // the AutoLOD fields stop typing at six characters
 
-// A temporary file for "-o -": the writer wants a regular file.
-struct StdoutTarget {
-  std::string path;
+// "-o -": the writer wants a regular file, so the output goes to a temporary
+// one first and is copied out. The copy is removed on every way out: the end
+// of the job, a reader that went away (SIGPIPE is ignored, so the copy fails
+// and says so), and the signals that end a run from a terminal or a script.
+class StdoutTarget {
+ public:
   StdoutTarget() {
     const char* dir = std::getenv("TMPDIR");
     std::string name = std::string(dir && *dir ? dir : "/tmp") + "/korvane-cli.XXXXXX";
-    int fd = mkstemp(name.data());
-    if (fd >= 0) {
-      close(fd);
-      path = name;
-    }
+    if (name.size() >= sizeof s_path) return;
+    const int fd = mkstemp(name.data());
+    if (fd < 0) return;
+    close(fd);
+    path = name;
+    name.copy(s_path, name.size());
+    s_path[name.size()] = '\0';
+    for (int signal : kEndingSignals) std::signal(signal, removeAndEnd);
   }
   ~StdoutTarget() {
+    for (int signal : kEndingSignals) std::signal(signal, SIG_DFL);
     if (!path.empty()) std::remove(path.c_str());
+    s_path[0] = '\0';
   }
-  bool copyOut() const {
+  StdoutTarget(const StdoutTarget&) = delete;
+  StdoutTarget& operator=(const StdoutTarget&) = delete;
+
+  // The reason when the copy fails.
+  std::string copyOut() const {
     std::ifstream in(path, std::ios::binary);
-    char buffer[65536];
-    while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
-      if (std::fwrite(buffer, 1, in.gcount(), stdout) != static_cast<std::size_t>(in.gcount())) return false;
+    std::vector<char> buffer(std::size_t{1} << 20);
+    while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || in.gcount() > 0) {
+      const auto count = static_cast<std::size_t>(in.gcount());
+      if (std::fwrite(buffer.data(), 1, count, stdout) != count) return std::strerror(errno);
     }
-    return std::fflush(stdout) == 0;
+    if (!in.eof()) return "the temporary copy cannot be read";
+    return std::fflush(stdout) == 0 ? std::string() : std::strerror(errno);
+  }
+
+  std::string path;
+
+ private:
+  static constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+  static inline char s_path[4096] = {};
+
+  static void removeAndEnd(int signal) {
+    if (s_path[0] != '\0') ::unlink(s_path);
+    removeUnfinishedReplacement();
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
   }
 };
+
+// Why a source cannot even be opened, in the system's words; empty when it
+// can, and the window's validation has said what it found wrong.
+std::string unreadable(const std::string& path) {
+  struct stat info {};
+  if (::stat(path.c_str(), &info) != 0) return std::strerror(errno);
+  if (S_ISDIR(info.st_mode)) return "is a folder";
+  if (!S_ISREG(info.st_mode)) return "not a regular file";
+  if (::access(path.c_str(), R_OK) != 0) return std::strerror(errno);
+  return {};
+}
+
+std::string refusal(const std::string& path, const char* role) {
+  const std::string why = unreadable(path);
+  return path + ": " +
+         (why.empty() ? std::string("refused as the ") + role + " source" : "cannot be read: " + why);
+}
+
+// Whether a read of the lines reported a failure since message number `from`:
+// the store may then hold part of the source, which must not be saved.
+bool readFailed(const CliPlatform& platform, std::size_t from) {
+  for (std::size_t i = from; i < platform.messages.size(); ++i) {
+    if (platform.messages[i].starts_with("Unexpected error in ReadFileLOD")) return true;
+  }
+  return false;
+}
 
 }  // namespace
 
@@ -54,12 +112,25 @@ Parsed parseColorKey(const std::string& text, std::array<std::string, 3>& rgb) {
     const std::string& part = parts[channel];
     if (part.empty() || part.size() > 3 || part.find_first_not_of("0123456789") != std::string::npos)
       return result;
-    int number = std::stoi(part);
-    if (number > 255) return result;
-    rgb[channel] = std::to_string(number);
+    if (std::stoi(part) > 255) return result;
+    rgb[channel] = part;
   }
   result.ok = true;
   return result;
+}
+
+Parsed parseTexture(const std::string& text) {
+  Parsed result;
+  if (text.find_first_of(std::string("\r\n\0", 3)) != std::string::npos) {
+    result.error = "the texture map name must not hold a line end (CR or LF) or a NUL";
+    return result;
+  }
+  result.ok = true;
+  return result;
+}
+
+bool isStandardOutput(const std::string& path) {
+  return path == "-" || path == "/dev/stdout" || path == "/dev/fd/1" || path == "/proc/self/fd/1";
 }
 
 Parsed parseAutoLOD(const std::string& text, std::array<std::optional<std::string>, 2>& values) {
@@ -87,19 +158,35 @@ MergeOutcome runMerge(CliPlatform& platform, const MergeJob& job) {
   MergeOutcome outcome;
 
   platform.dialogAnswers.clear();
+  std::size_t before = platform.messages.size();
   platform.answer(job.lod0);
   frm.btnBrowseLOD0.Click();
   // A refused source has had its say in a message box and left the window empty.
-  if (frm.txtFilePathLOD0.Text().empty()) return outcome;
+  if (frm.txtFilePathLOD0.Text().empty()) {
+    outcome.error = refusal(job.lod0, "LOD 0");
+    return outcome;
+  }
+  if (readFailed(platform, before)) {
+    outcome.error = job.lod0 + ": reading the LOD 0 source failed: nothing written";
+    return outcome;
+  }
 
   if (!job.lod1.empty()) {
     if (!frm.chkAddLOD1.Enabled()) {
       outcome.error = job.lod0 + " already holds two LODs: no LOD 1 source can be added";
       return outcome;
     }
+    before = platform.messages.size();
     platform.answer(job.lod1);
     frm.chkAddLOD1.AuthorClick();
-    if (frm.chkAddLOD1.Value() != 1) return outcome;
+    if (frm.chkAddLOD1.Value() != 1) {
+      outcome.error = refusal(job.lod1, "LOD 1");
+      return outcome;
+    }
+    if (readFailed(platform, before)) {
+      outcome.error = job.lod1 + ": reading the LOD 1 source failed: nothing written";
+      return outcome;
+    }
   }
 
   if (job.texture) frm.txtTextureMap.SetText(*job.texture);
@@ -127,25 +214,33 @@ MergeOutcome runMerge(CliPlatform& platform, const MergeJob& job) {
 
   std::optional<StdoutTarget> toStdout;
   std::string target = job.output;
-  if (target == "-") {
+  if (isStandardOutput(target)) {
     toStdout.emplace();
     if (toStdout->path.empty()) {
-      outcome.error = "no temporary file for the output";
+      outcome.error = "no temporary file for the output: " + std::string(std::strerror(errno));
       return outcome;
     }
     target = toStdout->path;
   }
-  std::size_t before = platform.messages.size();
+  before = platform.messages.size();
   platform.answer(target);
   frm.btnSaveAs.Click();
   // Incomplete input is refused before the dialog asks for the target.
-  if (!platform.dialogAnswers.empty()) return outcome;
-  for (std::size_t i = before; i < platform.messages.size(); ++i) {
-    if (platform.messages[i].rfind("Unexpected error in SaveFile", 0) == 0) return outcome;
-  }
-  if (toStdout && !toStdout->copyOut()) {
-    outcome.error = "cannot write to standard output";
+  if (!platform.dialogAnswers.empty()) {
+    outcome.error = job.output + ": not written: the job is incomplete";
     return outcome;
+  }
+  for (std::size_t i = before; i < platform.messages.size(); ++i) {
+    if (platform.messages[i].rfind("Unexpected error in SaveFile", 0) == 0) {
+      outcome.error = job.output + ": not written";
+      return outcome;
+    }
+  }
+  if (toStdout) {
+    if (std::string why = toStdout->copyOut(); !why.empty()) {
+      outcome.error = "cannot write to standard output: " + why;
+      return outcome;
+    }
   }
   outcome.merged = true;
   return outcome;

@@ -27,9 +27,10 @@ class Fixtures : public ::testing::Test {
   void SetUp() override {
     std::filesystem::copy(KORVANE_FIXTURES, dir.path(), std::filesystem::copy_options::recursive);
   }
-  Ran cli(const std::string& args) const {
-    int raw = std::system(
-        ("cd '" + dir.path().string() + "' && " KORVANE_CLI " " + args + " >out.txt 2>err.txt").c_str());
+  // The program with args, or else a command line of its own.
+  Ran cli(const std::string& args, const std::string& command = "") const {
+    const std::string run = command.empty() ? KORVANE_CLI " " + args : command;
+    int raw = std::system(("cd '" + dir.path().string() + "' && " + run + " >out.txt 2>err.txt").c_str());
     return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, readBytes(dir.file("out.txt")),
             readBytes(dir.file("err.txt"))};
   }
@@ -71,7 +72,9 @@ TEST_F(Fixtures, MergeAndBatchWriteWhatTheWindowSaved) {
   EXPECT_TRUE(batch.status == 1 && batch.out.find("jobs.tsv:3: failed") != std::string::npos &&
               batch.out.ends_with("\n3 merged, 1 failed\n") && readBytes(dir.file("b.kob")).empty())
       << batch.out;
-  EXPECT_EQ(batch.err, "korvane-cli: Error Reading KOB File: TextureMap Not Found\n");
+  EXPECT_EQ(batch.err,
+            "korvane-cli: Error Reading KOB File: TextureMap Not Found\n"
+            "korvane-cli: jobs.tsv:3: missing.kob: cannot be read: No such file or directory\n");
   const std::pair<const char*, int> rows[] = {{"a.kob", 0}, {"c.kob", 2}, {"d.kob", 1}};
   for (const auto& [output, job] : rows)
     EXPECT_EQ(readBytes(dir.file(output)), saved(jobs[job].saved)) << output;
@@ -81,7 +84,7 @@ TEST_F(Fixtures, CommandLines) {
   const struct {
     const char* args;
     int status;
-    const char* says;  // on standard output for 0 and 1, on standard error for 2
+    const char* says;  // on standard output or standard error
   } rows[] = {
       {"", 2, "no command"},
       {"frob", 2, "unknown command frob"},
@@ -96,7 +99,18 @@ TEST_F(Fixtures, CommandLines) {
       {"merge barrel.kob -o", 2, "-o needs a value"},
       {"check", 2, "no file to check"},
       {"batch", 2, "no jobs file"},
-      {"batch nothere.tsv", 2, "cannot read"},
+      {"batch nothere.tsv", 2, "nothere.tsv: cannot read the jobs file: No such file or directory"},
+      {"batch .", 2, ".: cannot read the jobs file: is a folder"},
+      {"merge '' -o x.kob", 2, "the LOD 0 source needs a file name"},
+      {"merge barrel.kob --lod1 '' -o x.kob", 2, "--lod1 needs a file name"},
+      {"merge barrel.kob -o x.kob --texture \"$(printf 'a\\r\\nInjected=1')\"", 2,
+       "must not hold a line end"},
+      {"merge nothere.kob -o x.kob", 1, "nothere.kob: cannot be read: No such file or directory"},
+      {"merge unix.kob -o x.kob", 1, "unix.kob: refused as the LOD 0 source"},
+      {"merge barrel.kob --lod1 no_surfaces_low.kob -o x.kob", 1,
+       "no_surfaces_low.kob: refused as the LOD 1 source"},
+      {"merge crate.kob --colorkey 255,000,0255 -o -", 2, "from 0 to 255"},
+      {"merge crate.kob --colorkey 255,00,255 -o -", 0, "\nColorKey=255,00,255\r\n"},
       {"merge --help", 0, "Usage: korvane-cli merge"},
       {"-h", 0, "Usage: korvane-cli merge"},
       {"check crate.kob tower.kob", 0, ""},
@@ -108,11 +122,58 @@ TEST_F(Fixtures, CommandLines) {
   };
   for (const auto& row : rows) {
     Ran result = cli(row.args);
-    const std::string& said = row.status == 2 ? result.err : result.out;
-    EXPECT_TRUE(result.status == row.status && said.find(row.says) != std::string::npos &&
+    EXPECT_TRUE(result.status == row.status &&
+                (result.out + result.err).find(row.says) != std::string::npos &&
                 (row.status != 0 || result.err.empty()))
         << row.args << " exited " << result.status << ": " << result.out << result.err;
   }
+}
+
+// Runs as a hostile user or a careless script makes them, each within 10 s:
+// a message and the right status, the old target intact, nothing left behind.
+TEST_F(Fixtures, HostileRunsEndWithAMessageAndLoseNothing) {
+  // An output of 300 kB: past a pipe's buffer and a small file-size limit.
+  std::string big = readBytes(dir.file("barrel.kob"));
+  for (int i = 0; i < 10000; ++i) big += "Vertex=0.5 0.25 0.125 ; padding\r\n";
+  std::ofstream(dir.file("big.kob"), std::ios::binary) << big;
+  std::filesystem::create_directories(dir.path() / "sub");
+  std::filesystem::create_directories(dir.path() / "tmp");
+  std::ofstream(dir.file("sub/rel.tsv")) << "barrel.kob\t\tpiped.kob\n";
+  const std::string barrel = readBytes(dir.file("barrel.kob"));
+  const struct {
+    const char* name;
+    const char* shell;  // {cli} stands for the program
+    int status;
+    const char* says;  // on standard output or standard error
+  } rows[] = {
+      // SIGXFSZ would end the program and leave a cut file.
+      {"FileSizeLimit", "cp barrel.kob keep.kob; ulimit -f 100; {cli} merge big.kob -o keep.kob", 1,
+       "Unexpected error in SaveFileLOD0: Disk full ( 61)\nkorvane-cli: keep.kob: not written"},
+      {"FifoAsJobs", "mkfifo fifo.tsv; {cli} batch fifo.tsv", 2,
+       "fifo.tsv: cannot read the jobs file: not a regular file"},
+      {"EndlessDeviceAsJobs", "{cli} batch /dev/zero", 2,
+       "/dev/zero: cannot read the jobs file: not a regular file"},
+      // Rows of standard input are taken from the current directory, not /dev.
+      {"JobsOnStandardInput", "{cli} batch /dev/stdin <sub/rel.tsv && ls piped.kob", 0, "piped.kob"},
+      {"StandardOutputByName",
+       "echo log >log.txt; {cli} merge barrel.kob -o /dev/stdout >>log.txt; head -c 4 log.txt", 0, "log\n"},
+      {"ReaderGoesAway",
+       "export TMPDIR=$PWD/tmp; {cli} merge big.kob -o - 2>err2.txt | head -c 1 >/dev/null; cat err2.txt", 0,
+       "korvane-cli: cannot write to standard output: Broken pipe"},
+      {"Terminated",
+       "export TMPDIR=$PWD/tmp; ({cli} merge big.kob -o - & echo $! >pid; wait) | "
+       "(read -r line; kill -TERM $(cat pid); cat >/dev/null); echo done",
+       0, "done"},
+  };
+  for (const auto& row : rows) {
+    std::string command = row.shell;
+    command.replace(command.find("{cli}"), 5, KORVANE_CLI);
+    Ran result = cli("", "timeout 10 sh -c '" + command + "'");
+    EXPECT_TRUE(result.status == row.status && (result.out + result.err).find(row.says) != std::string::npos)
+        << row.name << " exited " << result.status << ": " << result.out << result.err;
+    EXPECT_TRUE(std::filesystem::is_empty(dir.path() / "tmp")) << row.name;
+  }
+  EXPECT_EQ(readBytes(dir.file("keep.kob")), barrel);
 }
 
 }  // namespace
