@@ -5,12 +5,16 @@
 #include <QDir>
 #include <QEvent>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLibraryInfo>
 #include <QMessageBox>
 #include <QScreen>
 #include <QSettings>
+#include <QStandardPaths>
 #include <QUrl>
+#include <cstdio>
 #include <new>
 #include <stdexcept>
 
@@ -118,6 +122,22 @@ class HideWatcher : public QObject {
 
 }  // namespace
 
+bool storeFilesUsable(const QStringList& files) {
+  for (const QString& file : files) {
+    // The lock file too: QSettings reads it when it finds one.
+    for (const QFileInfo& info : {QFileInfo(file), QFileInfo(file + QStringLiteral(".lock"))}) {
+      if (!info.exists() || info.isFile()) continue;
+      const QByteArray name = QFile::encodeName(info.filePath());
+      std::fprintf(stderr,
+                   "Korvane: %s is not a regular file: the remembered folder is neither read nor kept "
+                   "this time.\n",
+                   name.constData());
+      return false;
+    }
+  }
+  return true;
+}
+
 QStringList qtNameFilters(const std::string& filter) {
   const QStringList parts = toQt(filter).split(QLatin1Char('|'));
   QStringList filters;
@@ -134,10 +154,20 @@ QStringList qtNameFilters(const std::string& filter) {
   return filters;
 }
 
-QtPlatform::QtPlatform() : m_store(openUserStore()) {}
+QtPlatform::QtPlatform() {
+  const QString user = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+  const QString system = QLibraryInfo::path(QLibraryInfo::SettingsPath);
+  const QString names[] = {QStringLiteral("/Korvane/Korvane.ini"), QStringLiteral("/Korvane.ini")};
+  QStringList files;
+  for (const QString& folder : {user, system}) {
+    for (const QString& name : names) files << folder + name;
+  }
+  if (storeFilesUsable(files)) m_store = openUserStore();
+}
 
-QtPlatform::QtPlatform(const QString& storeFile)
-    : m_store(std::make_unique<QSettings>(storeFile, QSettings::IniFormat)) {}
+QtPlatform::QtPlatform(const QString& storeFile) {
+  if (storeFilesUsable({storeFile})) m_store = std::make_unique<QSettings>(storeFile, QSettings::IniFormat);
+}
 
 QtPlatform::~QtPlatform() {
   // The records may already be gone: no widget may reach them from here on.
@@ -178,6 +208,7 @@ std::optional<std::string> QtPlatform::fileDialog(const FileDialogRequest& reque
 
 std::optional<std::string> QtPlatform::readUserValue(const std::string& keyPath,
                                                      const std::string& valueName) {
+  if (!m_store) return std::nullopt;
   const QVariant value = m_store->value(storeKey(keyPath, valueName));
   if (!value.isValid()) return std::nullopt;
   // Bytes that are no text in UTF-8 were kept as bytes; anything else is read as text.
@@ -187,7 +218,7 @@ std::optional<std::string> QtPlatform::readUserValue(const std::string& keyPath,
 
 bool QtPlatform::writeUserValue(const std::string& keyPath, const std::string& valueName,
                                 const std::string& data) {
-  if (!m_store->isWritable()) return false;
+  if (!m_store || !m_store->isWritable()) return false;
   const QString text = toQt(data);
   if (text.toStdString() == data) {
     m_store->setValue(storeKey(keyPath, valueName), text);

@@ -30,6 +30,13 @@ class WindowView;
 // show it (QFileDialog::HideNameFilterDetails).
 QStringList qtNameFilters(const std::string& filter);
 
+// QSettings opens its files to read them as soon as it is made, and such an
+// open waits for ever on a FIFO without a writer, or reads a device without
+// end. Whether every one of the files is absent or a regular file; if not,
+// one line on standard error names it, and the store is not used this run:
+// the dialogs start in the current directory and nothing is remembered.
+bool storeFilesUsable(const QStringList& files);
+
 class QtPlatform : public Platform {
  public:
   // The store is the user's own (QSettings, user scope, "Korvane").
@@ -83,7 +90,7 @@ class QtPlatform : public Platform {
   // After a nested event loop: a process that ended meanwhile unwinds the logic.
   void unwindIfEnded() const;
 
-  std::unique_ptr<QSettings> m_store;
+  std::unique_ptr<QSettings> m_store;  // none: the store's files are not usable
   std::vector<std::pair<const Form*, std::unique_ptr<WindowView>>> m_views;  // in order of creation
   bool m_ended = false;
   bool m_busy = false;  // the wait cursor stands

@@ -3,10 +3,15 @@
 
 #include "qt/qt_platform.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QAbstractButton>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QTimer>
+#include <filesystem>
+#include <memory>
 
 #include "runtime/failure.h"
 #include "window_fixture.h"
@@ -71,6 +76,35 @@ TEST_F(QtPlatformTest, StoreKeepsEveryTextExactlyAcrossRuns) {
     QtPlatform nextRun(QString::fromStdString(dir.file("store.ini")));
     EXPECT_EQ(nextRun.readUserValue("Software\\Korvane", "DefaultDir"), text);
   }
+}
+
+// QSettings would wait on a FIFO for ever: the window then starts with
+// nothing remembered and keeps nothing, whichever of its files is the FIFO.
+TEST_F(QtPlatformTest, AStoreFileThatIsNoRegularFileIsNeitherReadNorWritten) {
+  ::alarm(60);  // a hang ends the test's process instead of the suite
+  std::filesystem::create_directories(dir.path() / "config/Korvane");
+  ::setenv("XDG_CONFIG_HOME", dir.file("config").c_str(), 1);
+  const std::pair<std::string, const char*> stores[] = {
+      {"fifo.ini", "fifo.ini"},
+      {"folder.ini", nullptr},
+      {"locked.ini", "locked.ini.lock"},
+      {"", "config/Korvane/Korvane.ini"},  // the user's own store
+  };
+  for (const auto& [store, fifo] : stores) {
+    SCOPED_TRACE(fifo ? fifo : store);
+    if (fifo) {
+      ASSERT_EQ(::mkfifo(dir.file(fifo).c_str(), 0600), 0);
+    } else {
+      std::filesystem::create_directory(dir.file(store));
+    }
+    std::unique_ptr<QtPlatform> run =
+        store.empty() ? std::make_unique<QtPlatform>()
+                      : std::make_unique<QtPlatform>(QString::fromStdString(dir.file(store)));
+    EXPECT_FALSE(run->writeUserValue("Software\\Korvane", "DefaultDir", "/a"));
+    EXPECT_EQ(run->readUserValue("Software\\Korvane", "DefaultDir"), std::nullopt);
+  }
+  ::unsetenv("XDG_CONFIG_HOME");
+  ::alarm(0);
 }
 
 TEST_F(QtPlatformTest, EntryPointFailureShowsInTheFrameOfItsHandlerAndNothingRunsAfterTheEnd) {
