@@ -6,6 +6,8 @@
 
 #include <QSettings>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace korvane {
 
@@ -18,5 +20,8 @@ bool nativeFileDialogs();
 
 // Whether a window can be shown; when not, a line on standard error has said why.
 bool displayAvailable();
+
+// The arguments after the program's name, in UTF-8 like every path of the logic.
+std::vector<std::string> programArguments(int argc, char* argv[]);
 
 }  // namespace korvane

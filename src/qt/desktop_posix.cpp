@@ -26,4 +26,8 @@ bool displayAvailable() {
   return false;
 }
 
+std::vector<std::string> programArguments(int argc, char* argv[]) {
+  return std::vector<std::string>(argv + 1, argv + argc);
+}
+
 }  // namespace korvane

@@ -1,4 +1,12 @@
+#include <QString>
+
 #include "qt/desktop.h"
+
+// shellapi.h needs windows.h before it.
+// clang-format off
+#include <windows.h>
+#include <shellapi.h>
+// clang-format on
 
 namespace korvane {
 
@@ -18,6 +26,18 @@ bool nativeFileDialogs() {
 bool displayAvailable() {
   // A Windows session always has its desktop.
   return true;
+}
+
+std::vector<std::string> programArguments(int, char*[]) {
+  // argv is in the ANSI code page, which cannot name every file: the
+  // arguments are taken again from the wide command line.
+  int count = 0;
+  LPWSTR* wide = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> arguments;
+  for (int i = 1; wide != nullptr && i < count; ++i)
+    arguments.push_back(QString::fromWCharArray(wide[i]).toStdString());
+  LocalFree(wide);
+  return arguments;
 }
 
 }  // namespace korvane

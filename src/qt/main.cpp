@@ -4,7 +4,6 @@
 #include <QTimer>
 #include <cstdio>
 #include <string>
-#include <vector>
 
 #include "mainwindow/source_loading.h"
 #include "qt/desktop.h"
@@ -16,8 +15,7 @@
 int main(int argc, char* argv[]) {
   // The arguments are the program's own: Qt sees none of them, and a wrong
   // one is told before any display is needed.
-  const korvane::CommandLine commandLine =
-      korvane::ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+  const korvane::CommandLine commandLine = korvane::ParseCommandLine(korvane::programArguments(argc, argv));
   switch (commandLine.action) {
     case korvane::CommandLine::Action::Help:
       return std::fputs(commandLine.text.c_str(), stdout), 0;
