@@ -38,7 +38,12 @@ std::map<std::string, ControlDefinition> buildTable() {
       control("lblAutoLOD1", K::Label, "Frame1", 360, 960, 975, 255, 6, "AutoLOD#1:"),
   };
   std::map<std::string, ControlDefinition> table;
-  for (auto& d : all) table.emplace(d.name, d);
+  const std::map<std::string, std::string> headings = {{"lblAutoLOD0", "mskAutoLOD0"},
+                                                       {"lblAutoLOD1", "mskAutoLOD1"}};
+  for (auto& d : all) {
+    if (auto heads = headings.find(d.name); heads != headings.end()) d.labelFor = heads->second;
+    table.emplace(d.name, d);
+  }
   return table;
 }
 

@@ -36,6 +36,10 @@ struct ControlDefinition {
   bool locked = false;   // text box: shows and selects, takes no typing
   bool centred = false;  // label: caption centred
   bool border = false;   // label: single-line border
+  // For assistive technology: the name of a control that no caption or
+  // heading label names, and for a label, the control it heads.
+  std::string spokenName;
+  std::string labelFor;
 };
 
 class Control {

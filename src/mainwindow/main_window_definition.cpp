@@ -89,8 +89,29 @@ std::map<std::string, ControlDefinition> buildTable() {
       control("lstDataLOD1", K::List, "", 0, 6600, 8775, 1530, 26, true),
       control("CommonDialog1", K::FileDialog, "", 0, 0, 0, 0, -1, true),
   };
+  // What a screen reader says for the controls that no caption or label names alone.
+  const std::map<std::string, std::string> spokenNames = {
+      {"txtFilePathLOD0", "Path of the LOD 0 file"},
+      {"txtFilePathLOD1", "Path of the LOD 1 file"},
+      {"mskColorKey0", "ColorKey red"},
+      {"mskColorKey1", "ColorKey green"},
+      {"mskColorKey2", "ColorKey blue"},
+      {"vscrlColorKey0", "ColorKey red arrows"},
+      {"vscrlColorKey1", "ColorKey green arrows"},
+      {"vscrlColorKey2", "ColorKey blue arrows"},
+      {"sldColorKey0", "ColorKey red slider"},
+      {"sldColorKey1", "ColorKey green slider"},
+      {"sldColorKey2", "ColorKey blue slider"},
+      {"lblShowColor", "ColorKey colour"},
+  };
+  const std::map<std::string, std::string> headings = {
+      {"lblTextureMap", "txtTextureMap"}, {"lblColorKey", "mskColorKey0"}, {"lblR", "mskColorKey0"},
+      {"lblG", "mskColorKey1"},           {"lblB", "mskColorKey2"},        {"lblNumberOfLOD", "lblLODnum"},
+  };
   std::map<std::string, ControlDefinition> table;
   for (auto& d : all) {
+    if (auto name = spokenNames.find(d.name); name != spokenNames.end()) d.spokenName = name->second;
+    if (auto heads = headings.find(d.name); heads != headings.end()) d.labelFor = heads->second;
     if (d.kind == K::TextBox && (d.name == "txtFilePathLOD0" || d.name == "txtFilePathLOD1")) d.locked = true;
     if (d.name == "lblR" || d.name == "lblG" || d.name == "lblB") d.centred = true;
     if (d.name == "lblShowColor" || d.name == "lblLODnum") d.border = true;

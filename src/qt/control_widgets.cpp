@@ -99,6 +99,11 @@ void ClassicFrame::paintEvent(QPaintEvent*) {
   }
 }
 
+FocusScrollBar::FocusScrollBar(int top, int bottom, QWidget* parent)
+    : QScrollBar(Qt::Vertical, parent), m_top(top), m_bottom(bottom) {
+  setRange(0, recordMaximum() - recordMinimum());
+}
+
 void FocusScrollBar::paintEvent(QPaintEvent* event) {
   QScrollBar::paintEvent(event);
   if (!hasFocus()) return;

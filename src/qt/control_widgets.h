@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QValidator>
+#include <algorithm>
 #include <functional>
 
 namespace korvane {
@@ -83,14 +84,28 @@ class ClassicFrame : public QWidget {
   QString m_caption;
 };
 
-// A scroll bar too small for a thumb, which shows the focus as a line round itself.
+// A scroll bar too small for a thumb, which shows the focus as a line round
+// itself. It holds the record's values, the record's Min at the top and its
+// Max at the bottom, whichever is larger; the widget's own value runs from 0
+// at the top, so that its arrows, keys and wheel move the right way round.
 class FocusScrollBar : public QScrollBar {
   Q_OBJECT
  public:
-  explicit FocusScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent) {}
+  FocusScrollBar(int top, int bottom, QWidget* parent);
+
+  int recordValue() const { return m_top <= m_bottom ? m_top + value() : m_top - value(); }
+  void setRecordValue(int recordValue) {
+    setValue(m_top <= m_bottom ? recordValue - m_top : m_top - recordValue);
+  }
+  int recordMinimum() const { return std::min(m_top, m_bottom); }
+  int recordMaximum() const { return std::max(m_top, m_bottom); }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+
+ private:
+  int m_top;
+  int m_bottom;
 };
 
 }  // namespace korvane

@@ -20,6 +20,7 @@
 #include "controls/scroll_bar.h"
 #include "controls/slider.h"
 #include "controls/text_box.h"
+#include "qt/accessibility.h"
 #include "qt/control_widgets.h"
 #include "qt/fonts.h"
 #include "qt/qt_platform.h"
@@ -37,16 +38,6 @@ QString toQt(const std::string& text) {
 
 // No text box has a length limit of its own; the masks bind typing only.
 constexpr int kNoLengthLimit = std::numeric_limits<int>::max();
-
-// Min of the record stands at the top of the bar. The widget always runs
-// from 0 at the top, so its arrows, keys and wheel move the right way round.
-int barWidgetValue(const VScrollBar& bar, int value) {
-  return bar.Min() <= bar.Max() ? value - bar.Min() : bar.Min() - value;
-}
-
-long long barRecordValue(const VScrollBar& bar, int widgetValue) {
-  return bar.Min() <= bar.Max() ? bar.Min() + widgetValue : bar.Min() - widgetValue;
-}
 
 Qt::CheckState checkState(int value) {
   switch (value) {
@@ -81,6 +72,7 @@ bool neverOnScreen(const Control& control) {
 
 FormMirror::FormMirror(Form& form, QWidget& window, QtPlatform& platform)
     : m_form(form), m_window(window), m_platform(platform) {
+  installAccessibleInterfaces();
   build();
   m_form.SetObserver([this](Control* control) {
     if (!*m_attached) return;
@@ -122,6 +114,7 @@ void FormMirror::build() {
   for (Control* control : ordered) {
     auto found = m_widgets.find(control);
     if (found == m_widgets.end()) continue;
+    nameForReaders(*control, found->second);
     refresh(*control);
     connectInput(*control, found->second);
   }
@@ -142,6 +135,14 @@ void FormMirror::layOut() {
     // keeps its size: one that reaches out shows only the lines inside.
     if (control->Container() == nullptr && !isContainer(*control)) geometry &= client;
     widget->setGeometry(geometry);
+  }
+}
+
+void FormMirror::nameForReaders(const Control& control, QWidget* widget) {
+  const QString name = spokenName(control);
+  if (!name.isEmpty()) widget->setAccessibleName(name);
+  if (auto* label = qobject_cast<QLabel*>(widget)) {
+    if (!control.Definition().labelFor.empty()) label->setBuddy(this->widget(control.Definition().labelFor));
   }
 }
 
@@ -232,8 +233,7 @@ QWidget* FormMirror::createWidget(Control& control, QWidget* parent) {
       break;
     case ControlKind::VScrollBar: {
       auto& record = static_cast<VScrollBar&>(control);
-      auto* bar = new FocusScrollBar(parent);
-      bar->setRange(0, std::abs(record.Max() - record.Min()));
+      auto* bar = new FocusScrollBar(record.Min(), record.Max(), parent);
       bar->setSingleStep(1);
       bar->setPageStep(1);
       bar->setFocusPolicy(Qt::StrongFocus);
@@ -291,7 +291,9 @@ void FormMirror::connectInput(Control& control, QWidget* widget) {
     }
     case ControlKind::TextBox: {
       auto& record = static_cast<TextBox&>(control);
-      connect(static_cast<QLineEdit*>(widget), &QLineEdit::textEdited, this,
+      // Typing, pasting and a text set through assistive technology all come
+      // here; the mirror's own sets run with the signals blocked.
+      connect(static_cast<QLineEdit*>(widget), &QLineEdit::textChanged, this,
               [this, &record](const QString& text) {
                 enter(record, "_Change", [this, &record, text] { record.SetText(typedBytes(record, text)); });
               });
@@ -299,8 +301,9 @@ void FormMirror::connectInput(Control& control, QWidget* widget) {
     }
     case ControlKind::VScrollBar: {
       auto& record = static_cast<VScrollBar&>(control);
-      connect(static_cast<QScrollBar*>(widget), &QScrollBar::valueChanged, this, [this, &record](int value) {
-        enter(record, "_Change", [&record, value] { record.SetValue(barRecordValue(record, value)); });
+      auto* bar = static_cast<FocusScrollBar*>(widget);
+      connect(bar, &QScrollBar::valueChanged, this, [this, &record, bar] {
+        enter(record, "_Change", [&record, value = bar->recordValue()] { record.SetValue(value); });
       });
       break;
     }
@@ -314,7 +317,7 @@ void FormMirror::connectInput(Control& control, QWidget* widget) {
     case ControlKind::MaskedEdit: {
       auto& record = static_cast<MaskedEdit&>(control);
       auto* edit = static_cast<MaskedLineEdit*>(widget);
-      connect(edit, &QLineEdit::textEdited, this, [this, &record](const QString& text) {
+      connect(edit, &QLineEdit::textChanged, this, [this, &record](const QString& text) {
         // What the validator let through a text longer than typing allows
         // (one that the program set) goes back to the record's text.
         enter(record, "_Change", [this, &record, text] {
@@ -381,12 +384,13 @@ void FormMirror::refresh(Control& control) {
         palette.setColor(QPalette::Window, QColor(rgb.red, rgb.green, rgb.blue));
         label->setPalette(palette);
         label->setAutoFillBackground(true);
+        label->setAccessibleDescription(colourDescription(rgb));
       }
       break;
     }
     case ControlKind::VScrollBar: {
       auto& record = static_cast<VScrollBar&>(control);
-      static_cast<QScrollBar*>(widget)->setValue(barWidgetValue(record, record.Value()));
+      static_cast<FocusScrollBar*>(widget)->setRecordValue(record.Value());
       break;
     }
     case ControlKind::Slider:

@@ -69,6 +69,8 @@ class FormMirror : public QObject {
   void fitToFonts();
   QString sampleText(const Control& control) const;
   QWidget* createWidget(Control& control, QWidget* parent);
+  // The name and heading label that assistive technology reports.
+  void nameForReaders(const Control& control, QWidget* widget);
   void connectInput(Control& control, QWidget* widget);
   void applyTabOrder();
   void refresh(Control& control);

@@ -180,6 +180,8 @@ void QtPlatform::messageBox(const std::string& prompt, const std::string& title)
   const IdleCursor idle(m_busy);
   QMessageBox box(QMessageBox::NoIcon, toQt(title), toQt(prompt), QMessageBox::Ok, dialogOwner());
   box.setTextFormat(Qt::PlainText);
+  // What a screen reader says first when the box opens.
+  box.setAccessibleDescription(toQt(prompt));
   box.exec();
   unwindIfEnded();
 }
@@ -296,7 +298,13 @@ void QtPlatform::unloadWindow(Form& window) {
 }
 
 void QtPlatform::setFocus(Form& window, Control& control) {
-  if (QWidget* widget = viewFor(window).mirror().widget(control)) widget->setFocus(Qt::OtherFocusReason);
+  QWidget* widget = viewFor(window).mirror().widget(control);
+  if (widget == nullptr) return;
+  widget->setFocus(Qt::OtherFocusReason);
+  // The window comes to the front with its control, also where no window
+  // manager hands the focus back after a message box: the focus a control
+  // has in an inactive window is never reported.
+  widget->activateWindow();
 }
 
 void QtPlatform::endProcess() {
