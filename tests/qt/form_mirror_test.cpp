@@ -99,19 +99,37 @@ TEST_F(FormMirrorTest, NoControlCrossesTheLineOfItsFrame) {
   });
 }
 
-// Each control that takes the focus shows that it has it. (The order Tab
-// walks in is the tab index; a scenario walks it.)
+// Whether some pixel changed by more than a faint shade.
+bool plainlyDifferent(const QImage& a, const QImage& b) {
+  for (int y = 0; y < std::min(a.height(), b.height()); ++y) {
+    for (int x = 0; x < std::min(a.width(), b.width()); ++x) {
+      const QColor p = a.pixelColor(x, y), q = b.pixelColor(x, y);
+      if (std::abs(p.red() - q.red()) + std::abs(p.green() - q.green()) + std::abs(p.blue() - q.blue()) >= 96)
+        return true;
+    }
+  }
+  return false;
+}
+
+// Each control that takes the focus shows plainly that it has it, in a light
+// and in a dark palette. (The order Tab walks in is the tab index; a scenario walks it.)
 TEST_F(FormMirrorTest, TheFocusShows) {
   openLOD0("wood.tga");
   frm.chkAddColorKey.SetValue(1);
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);  // boxes and sliders show the focus Tab gives
-  forEachWidget([](Form&, QWidget&, const Control& control, QWidget& widget) {
-    if (!widget.isVisible() || !widget.isEnabled() || !(widget.focusPolicy() & Qt::TabFocus)) return;
-    widget.clearFocus();
-    const QImage unfocused = widget.grab().toImage();
-    widget.setFocus(Qt::TabFocusReason);
-    EXPECT_NE(widget.grab().toImage(), unfocused) << control.Name();
-  });
+  const QPalette light = QApplication::palette();
+  for (const auto& [name, palette] :
+       {std::pair{"light", light}, std::pair{"dark", QPalette(QColor(53, 53, 53))}}) {
+    QApplication::setPalette(palette);
+    forEachWidget([&name](Form&, QWidget&, const Control& control, QWidget& widget) {
+      if (!widget.isVisible() || !widget.isEnabled() || !(widget.focusPolicy() & Qt::TabFocus)) return;
+      widget.clearFocus();
+      const QImage unfocused = widget.grab().toImage();
+      widget.setFocus(Qt::TabFocusReason);
+      EXPECT_TRUE(plainlyDifferent(widget.grab().toImage(), unfocused)) << control.Name() << " in " << name;
+    });
+  }
+  QApplication::setPalette(light);
 }
 
 }  // namespace
