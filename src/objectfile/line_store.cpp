@@ -269,10 +269,8 @@ std::optional<LineStore::Hit> LineStore::Find(std::int32_t from, std::string_vie
     const char* runStart = base + (k == 0 ? piece.begin : impl.sourceLineStart(piece.first + k));
     const char* hit = find(runStart, base + piece.end, pattern);
     if (!hit) continue;
-    const void* cr = ::memrchr(runStart, '\r', static_cast<std::size_t>(hit - runStart));
-    const char* lineStart =
-        cr ? base + impl.afterLineEnd(static_cast<std::uint64_t>(static_cast<const char*>(cr) - base))
-           : runStart;
+    const char* cr = detail::findLastCarriageReturn(runStart, hit);
+    const char* lineStart = cr ? base + impl.afterLineEnd(static_cast<std::uint64_t>(cr - base)) : runStart;
     const std::size_t line = before + k + detail::countCarriageReturns(runStart, lineStart);
     return Hit{static_cast<std::int32_t>(line), static_cast<std::size_t>(hit - lineStart)};
   }
@@ -305,8 +303,8 @@ std::vector<std::int32_t> LineStore::EditLinesHolding(std::string_view pattern, 
       const char* hit = find(from, end, pattern);
       if (!hit) break;
       char* lineStart = from;
-      if (const void* cr = ::memrchr(from, '\r', static_cast<std::size_t>(hit - from))) {
-        lineStart = base + impl.afterLineEnd(static_cast<std::uint64_t>(static_cast<const char*>(cr) - base));
+      if (const char* cr = detail::findLastCarriageReturn(from, hit)) {
+        lineStart = base + impl.afterLineEnd(static_cast<std::uint64_t>(cr - base));
       }
       const void* cr = std::memchr(hit, '\r', static_cast<std::size_t>(end - hit));
       char* lineEnd = cr ? const_cast<char*>(static_cast<const char*>(cr)) : end;

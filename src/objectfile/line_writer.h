@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "objectfile/posix_file.h"
+#include "objectfile/file.h"
 
 namespace korvane {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "objectfile/posix_file.h"
+#include "objectfile/file.h"
 #include "runtime/failure.h"
 #include "text/byte_scan.h"
 
@@ -61,12 +61,10 @@ void takeCounts(detail::LineEndCounter& counter, SourceText& text) {
 
 void readSource(const std::string& path, SourceText& text) {
   text = SourceText{};
-  PosixFile file = PosixFile::openForReading(path);
+  File file = File::openForReading(path);
   // The size is only a first guess: the file may grow while it is read.
-  struct stat info {};
-  std::size_t capacity = ::stat(path.c_str(), &info) == 0 && info.st_size > 0
-                             ? static_cast<std::size_t>(info.st_size) + 1
-                             : kReadPiece;
+  const std::uint64_t size = file.size();
+  std::size_t capacity = size > 0 ? static_cast<std::size_t>(size) + 1 : kReadPiece;
   text.bytes = std::make_unique_for_overwrite<char[]>(capacity);
   detail::LineEndCounter counter;
   try {
@@ -88,8 +86,8 @@ void readSource(const std::string& path, SourceText& text) {
     // The lines that ended before the failure count as read; the one it cut
     // does not. No CR stands behind the last one, so the counts hold.
     const char* bytes = text.bytes.get();
-    const void* lastEnd = ::memrchr(bytes, '\r', text.size);
-    std::size_t keep = lastEnd ? static_cast<std::size_t>(static_cast<const char*>(lastEnd) - bytes) + 1 : 0;
+    const char* lastEnd = detail::findLastCarriageReturn(bytes, bytes + text.size);
+    std::size_t keep = lastEnd ? static_cast<std::size_t>(lastEnd - bytes) + 1 : 0;
     if (keep > 0 && keep < text.size && bytes[keep] == '\n') ++keep;
     text.size = keep;
     takeCounts(counter, text);

@@ -1,7 +1,5 @@
 #include "runtime/failure.h"
 
-#include <cerrno>
-
 namespace korvane {
 
 std::string describeFailure(int number) {
@@ -29,27 +27,5 @@ RuntimeFailure::RuntimeFailure(int number) : RuntimeFailure(number, describeFail
 
 RuntimeFailure::RuntimeFailure(int number, std::string description)
     : m_number(number), m_description(std::move(description)) {}
-
-RuntimeFailure failureFromErrno(int error) {
-  namespace n = failure_number;
-  switch (error) {
-    case ENOENT: return RuntimeFailure(n::FileNotFound);
-    case ENOTDIR: return RuntimeFailure(n::PathNotFound);
-    case EACCES:
-    case EPERM:
-    case EROFS:
-    case EISDIR:
-    case ETXTBSY: return RuntimeFailure(n::PathFileAccessError);
-    case ENAMETOOLONG:
-    case ELOOP: return RuntimeFailure(n::BadFileNameOrNumber);
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG: return RuntimeFailure(n::DiskFull);
-    case ENOMEM: return RuntimeFailure(n::OutOfMemory);
-    case EMFILE:
-    case ENFILE: return RuntimeFailure(n::TooManyFiles);
-    default: return RuntimeFailure(n::DeviceIOError);
-  }
-}
 
 }  // namespace korvane

@@ -41,8 +41,11 @@ class RuntimeFailure : public std::exception {
   std::string m_description;
 };
 
-// Maps an operating-system error (errno) onto the failure the program reports.
-RuntimeFailure failureFromErrno(int error);
+// Maps an error of the operating system (errno on POSIX, GetLastError() on
+// Windows) onto the failure the program reports, so that an author sees the
+// same words for the same trouble on either system. One file per system:
+// system_failure_posix.cpp, system_failure_win32.cpp.
+RuntimeFailure failureFromSystemError(unsigned long error);
 
 // Thrown by ExitProgram once the process is to end: it unwinds every handler
 // that is still running, so nothing of the program runs after the exit.

@@ -185,6 +185,13 @@ void LineEndCounter::add(const char* begin, const char* end) {
   m_seen += static_cast<std::uint64_t>(end - begin);
 }
 
+const char* findLastCarriageReturn(const char* begin, const char* end) {
+  while (end != begin) {
+    if (*--end == '\r') return end;
+  }
+  return nullptr;
+}
+
 std::size_t countCarriageReturns(const char* begin, const char* end) {
   std::size_t count = 0;
   const char* p = begin;

@@ -26,6 +26,10 @@ const char* findKeyword(const char* begin, const char* end, std::string_view key
 // The first CR or LF in [begin, end), or nullptr.
 const char* findLineEnd(const char* begin, const char* end);
 
+// The last CR in [begin, end), or nullptr. Its callers look back from a place
+// inside a line, so the walk is short.
+const char* findLastCarriageReturn(const char* begin, const char* end);
+
 // Counts the CRs of a text that arrives in pieces, whether an LF stands
 // anywhere without a CR in front of it, and whether a CR stands anywhere
 // without an LF behind it (a CR at the very end does not count). Every

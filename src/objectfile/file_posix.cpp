@@ -1,5 +1,3 @@
-#include "objectfile/posix_file.h"
-
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,6 +10,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "objectfile/file.h"
 #include "runtime/failure.h"
 
 namespace korvane {
@@ -25,10 +24,10 @@ RuntimeFailure openFailure(const std::string& path, int error) {
     std::string parent = std::filesystem::path(path).parent_path().string();
     struct stat info {};
     if (!parent.empty() && (::stat(parent.c_str(), &info) != 0 || !S_ISDIR(info.st_mode))) {
-      return failureFromErrno(ENOTDIR);
+      return failureFromSystemError(ENOTDIR);
     }
   }
-  return failureFromErrno(error);
+  return failureFromSystemError(error);
 }
 
 // Only regular files are read or written. A FIFO would hold the open until
@@ -72,7 +71,7 @@ std::string followLinks(std::string path) {
     }
     path = std::move(link);
   }
-  throw failureFromErrno(ELOOP);
+  throw failureFromSystemError(ELOOP);
 }
 
 // What the temporary files of a target's saves begin with. Long names are
@@ -156,12 +155,8 @@ void syncFolderOf(const std::filesystem::path& file) {
   ::close(descriptor);
 }
 
-}  // namespace
-
-void removeUnfinishedReplacement() noexcept {
-  if (g_unfinishedSet) ::unlink(g_unfinished);
-}
-
+// A write past the process's file-size limit fails with EFBIG instead of
+// ending the process by SIGXFSZ. Every open for writing makes sure of it.
 void keepGoingPastFileSizeLimit() {
   // A handler that someone installed on purpose stays.
   struct sigaction current {};
@@ -169,71 +164,97 @@ void keepGoingPastFileSizeLimit() {
     ::signal(SIGXFSZ, SIG_IGN);
 }
 
-PosixFile PosixFile::openRegular(const std::string& path, int flags) {
-  PosixFile file(openOrThrow(path, flags));
+int descriptorOf(std::intptr_t handle) { return static_cast<int>(handle); }
+
+// The open itself may have found a special file that took the path's place.
+void checkRegular(int descriptor) {
   struct stat info {};
-  if (::fstat(file.m_descriptor, &info) != 0) throw failureFromErrno(errno);
+  if (::fstat(descriptor, &info) != 0) throw failureFromSystemError(errno);
   refuseUnlessRegular(info);
-  return file;
 }
 
-PosixFile PosixFile::openForReading(const std::string& path) {
-  PosixFile file = openRegular(path, O_RDONLY);
-  ::posix_fadvise(file.m_descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
+}  // namespace
+
+void removeUnfinishedReplacement() noexcept {
+  if (g_unfinishedSet) ::unlink(g_unfinished);
+}
+
+File File::openForReading(const std::string& path) {
+  File file(openOrThrow(path, O_RDONLY));
+  checkRegular(descriptorOf(file.m_handle));
+  ::posix_fadvise(descriptorOf(file.m_handle), 0, 0, POSIX_FADV_SEQUENTIAL);
   return file;
 }
 
 // O_TRUNC cuts nothing but a regular file, so a special file found only after
 // the open has lost nothing by the time it is refused.
-PosixFile PosixFile::openForWriting(const std::string& path) {
+File File::openForWriting(const std::string& path) {
   keepGoingPastFileSizeLimit();
-  return openRegular(path, O_WRONLY | O_CREAT | O_TRUNC);
+  File file(openOrThrow(path, O_WRONLY | O_CREAT | O_TRUNC));
+  checkRegular(descriptorOf(file.m_handle));
+  return file;
 }
 
-PosixFile::PosixFile(PosixFile&& other) noexcept : m_descriptor(other.m_descriptor) {
-  other.m_descriptor = -1;
+File File::createTemporary(std::string& path) {
+  const char* folder = std::getenv("TMPDIR");
+  std::string name = std::string(folder && *folder ? folder : "/tmp") + "/korvane.XXXXXX";
+  int descriptor = ::mkostemp(name.data(), O_CLOEXEC);
+  if (descriptor < 0) throw failureFromSystemError(errno);
+  path = name;
+  return File(descriptor);
 }
 
-PosixFile::~PosixFile() {
-  if (m_descriptor >= 0) ::close(m_descriptor);
+void File::remove(const std::string& path) {
+  if (::unlink(path.c_str()) != 0 && errno != ENOENT) throw failureFromSystemError(errno);
 }
 
-std::size_t PosixFile::readSome(char* buffer, std::size_t size) {
+File::File(File&& other) noexcept : m_handle(std::exchange(other.m_handle, -1)) {}
+
+File::~File() {
+  if (m_handle >= 0) ::close(descriptorOf(m_handle));
+}
+
+std::uint64_t File::size() const {
+  struct stat info {};
+  if (::fstat(descriptorOf(m_handle), &info) != 0) throw failureFromSystemError(errno);
+  return static_cast<std::uint64_t>(info.st_size);
+}
+
+std::size_t File::readSome(char* buffer, std::size_t size) {
   for (;;) {
-    ssize_t count = ::read(m_descriptor, buffer, size);
+    ssize_t count = ::read(descriptorOf(m_handle), buffer, size);
     if (count >= 0) return static_cast<std::size_t>(count);
-    if (errno != EINTR) throw failureFromErrno(errno);
+    if (errno != EINTR) throw failureFromSystemError(errno);
   }
 }
 
-void PosixFile::writeAll(const char* data, std::size_t size) {
+void File::writeAll(const char* data, std::size_t size) {
   while (size > 0) {
-    ssize_t count = ::write(m_descriptor, data, size);
+    ssize_t count = ::write(descriptorOf(m_handle), data, size);
     if (count < 0) {
       if (errno == EINTR) continue;
-      throw failureFromErrno(errno);
+      throw failureFromSystemError(errno);
     }
     // A write that takes nothing and names no error would loop for ever.
-    if (count == 0) throw failureFromErrno(ENOSPC);
+    if (count == 0) throw failureFromSystemError(ENOSPC);
     data += count;
     size -= static_cast<std::size_t>(count);
   }
 }
 
-void PosixFile::flushToDisk() {
+void File::flushToDisk() {
   // EINVAL: a file system that keeps nothing on a disk, such as a pipe's.
-  while (::fdatasync(m_descriptor) != 0) {
+  while (::fdatasync(descriptorOf(m_handle)) != 0) {
     if (errno == EINVAL) return;
-    if (errno != EINTR) throw failureFromErrno(errno);
+    if (errno != EINTR) throw failureFromSystemError(errno);
   }
 }
 
-void PosixFile::close() {
-  int descriptor = m_descriptor;
-  m_descriptor = -1;
+void File::close() {
+  int descriptor = descriptorOf(std::exchange(m_handle, -1));
   // On Linux the descriptor is gone even when close reports EINTR; closing it
   // again could hit a descriptor opened since, so EINTR is let pass.
-  if (descriptor >= 0 && ::close(descriptor) != 0 && errno != EINTR) throw failureFromErrno(errno);
+  if (descriptor >= 0 && ::close(descriptor) != 0 && errno != EINTR) throw failureFromSystemError(errno);
 }
 
 FileReplacement FileReplacement::begin(const std::string& target) {
@@ -252,10 +273,10 @@ FileReplacement FileReplacement::begin(const std::string& target) {
   if ((!exists || info.st_nlink == 1) && path.has_filename()) {
     if (auto created = createBeside(path, exists ? &info : nullptr)) {
       noteUnfinished(created->second);
-      return FileReplacement(PosixFile(created->first), std::move(created->second), file);
+      return FileReplacement(File(created->first), std::move(created->second), file);
     }
   }
-  return FileReplacement(PosixFile::openForWriting(file), {}, file);
+  return FileReplacement(File::openForWriting(file), {}, file);
 }
 
 FileReplacement::FileReplacement(FileReplacement&& other) noexcept
@@ -279,7 +300,7 @@ void FileReplacement::writeAll(const char* data, std::size_t size) {
   // failure shows at the commit.
   constexpr std::size_t kHandOnEvery = std::size_t{8} << 20;
   if (inPlace() || m_written - m_handedToDisk < kHandOnEvery) return;
-  ::sync_file_range(m_file.m_descriptor, static_cast<off_t>(m_handedToDisk),
+  ::sync_file_range(descriptorOf(m_file.m_handle), static_cast<off_t>(m_handedToDisk),
                     static_cast<off_t>(m_written - m_handedToDisk), SYNC_FILE_RANGE_WRITE);
   m_handedToDisk = m_written;
 }
@@ -288,7 +309,7 @@ void FileReplacement::commit() {
   if (inPlace()) return m_file.close();
   m_file.flushToDisk();
   m_file.close();
-  if (::rename(m_temporary.c_str(), m_target.c_str()) != 0) throw failureFromErrno(errno);
+  if (::rename(m_temporary.c_str(), m_target.c_str()) != 0) throw failureFromSystemError(errno);
   g_unfinishedSet = 0;
   m_temporary.clear();
   syncFolderOf(m_target);
