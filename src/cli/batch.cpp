@@ -13,6 +13,7 @@
 
 #include "cli/cli_platform.h"
 #include "cli/merge_job.h"
+#include "runtime/utf8_path.h"
 
 namespace korvane::cli {
 
@@ -77,7 +78,7 @@ std::string makeJob(const Row& row, const std::filesystem::path& folder, MergeJo
   std::vector<std::string> cells = row.cells;
   cells.resize(6);
   auto place = [&](const std::string& cell) {
-    return cell.empty() || std::filesystem::path(cell).is_absolute() ? cell : (folder / cell).string();
+    return cell.empty() || pathFromUtf8(cell).is_absolute() ? cell : utf8FromPath(folder / pathFromUtf8(cell));
   };
   if (cells[0].empty() || cells[2].empty()) return "a row needs a LOD 0 source and an output";
   if (isStandardOutput(cells[2])) return "a batch writes files, not standard output";
@@ -169,7 +170,7 @@ int runBatch(const std::string& jobsPath) {
     if (text.find_first_not_of(" \t") == std::string::npos || text[0] == '#') continue;
     rows.push_back({line, splitAt(text, '\t')});
   }
-  const std::filesystem::path folder = rowsFolder(jobsPath);
+  const std::filesystem::path folder = rowsFolder(pathFromUtf8(jobsPath));
 
   Progress progress(jobsPath, static_cast<int>(rows.size()));
   CliPlatform platform;

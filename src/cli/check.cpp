@@ -13,6 +13,7 @@
 #include "rewrite/keyword_scan.h"
 #include "runtime/failure.h"
 #include "runtime/headless_platform.h"
+#include "runtime/utf8_path.h"
 #include "shell/program.h"
 #include "text/number_conversion.h"
 
@@ -243,12 +244,12 @@ class Checker {
 CheckResult checkFile(const std::string& path) {
   CheckResult result;
   std::error_code code;
-  if (std::filesystem::is_directory(path, code)) {
+  if (std::filesystem::is_directory(pathFromUtf8(path), code)) {
     result.readable = false;
     result.error = "is a directory";
     return result;
   }
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(pathFromUtf8(path), std::ios::binary);
   std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
   if (!in.is_open() || in.bad()) {
     result.readable = false;

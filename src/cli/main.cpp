@@ -1,7 +1,6 @@
 // korvane-cli: the author's job from a terminal or a build script, on the
 // same procedures and handlers as the window.
 
-#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -10,6 +9,7 @@
 #include "cli/batch.h"
 #include "cli/check.h"
 #include "cli/cli_platform.h"
+#include "cli/entry.h"
 #include "cli/merge_job.h"
 
 using namespace korvane::cli;
@@ -175,11 +175,7 @@ int batch(const std::vector<std::string>& args) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  // A reader of standard output that goes away makes the writes fail, and
-  // the job says so and cleans up, rather than ending without a word.
-  std::signal(SIGPIPE, SIG_IGN);
-  std::vector<std::string> args(argv + 1, argv + argc);
+int korvane::cli::runCli(std::vector<std::string> args) {
   if (args.empty()) return usageError("", std::string("no command\n") + kUsage);
   std::string command = args.front();
   args.erase(args.begin());

@@ -13,7 +13,7 @@
 
 #include "advanced/autolod.h"
 #include "cli/cli_platform.h"
-#include "objectfile/posix_file.h"
+#include "objectfile/file.h"
 #include "shell/program.h"
 
 namespace korvane::cli {

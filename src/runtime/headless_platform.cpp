@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "controls/form.h"
+#include "runtime/utf8_path.h"
 
 namespace korvane {
 
@@ -32,7 +33,7 @@ bool HeadlessPlatform::writeUserValue(const std::string& keyPath, const std::str
 }
 
 std::string HeadlessPlatform::currentDirectory() {
-  return std::filesystem::current_path().string();
+  return utf8FromPath(std::filesystem::current_path());
 }
 
 void HeadlessPlatform::showWindow(Form& window) {

@@ -27,7 +27,6 @@ RuntimeFailure failureFromSystemError(unsigned long error) {
     case ERROR_CANT_RESOLVE_FILENAME: return RuntimeFailure(n::BadFileNameOrNumber);
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
-    case ERROR_DISK_QUOTA_EXCEEDED:
     case ERROR_FILE_TOO_LARGE: return RuntimeFailure(n::DiskFull);
     case ERROR_NOT_ENOUGH_MEMORY:
     case ERROR_OUTOFMEMORY: return RuntimeFailure(n::OutOfMemory);

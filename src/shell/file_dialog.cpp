@@ -6,22 +6,22 @@
 #include "runtime/failure_handling.h"
 #include "runtime/platform.h"
 #include "runtime/shared_strings.h"
+#include "runtime/utf8_path.h"
 #include "shell/directory_store.h"
 
 namespace korvane {
 
 std::string FullPathOf(Platform& platform, const std::string& path) {
-  std::filesystem::path chosen(path);
-  if (chosen.is_relative())
-    chosen = (std::filesystem::path(platform.currentDirectory()) / chosen).lexically_normal();
-  return chosen.string();
+  std::filesystem::path chosen = pathFromUtf8(path);
+  if (chosen.is_relative()) chosen = (pathFromUtf8(platform.currentDirectory()) / chosen).lexically_normal();
+  return utf8FromPath(chosen);
 }
 
 // Our dialogs leave the process's current directory where it was, so the
 // chosen file's directory comes from the path itself. It must be absolute, or
 // the next run would open its dialogs somewhere else.
 void RememberDirectoryOf(Platform& platform, const std::string& path) {
-  DefaultDirPath = std::filesystem::path(FullPathOf(platform, path)).parent_path().string();
+  DefaultDirPath = utf8FromPath(pathFromUtf8(FullPathOf(platform, path)).parent_path());
   SaveDefaultDir(platform);
 }
 

@@ -47,7 +47,7 @@ class SourceLoading : public ::testing::Test {
       if (auto* label = dynamic_cast<Label*>(c)) value = label->Caption();
       if (auto* box = dynamic_cast<CheckBox*>(c)) value = std::to_string(box->Value());
       if (auto* field = dynamic_cast<MaskedEdit*>(c)) value = field->Text();
-      std::string path = dir.path().string() + "/";
+      std::string path = (dir.path() / "").string();
       if (auto at = value.find(path); at != std::string::npos) value.erase(at, path.size());
       changes += (changes.empty() ? "" : " ") + c->Name() + (c->Enabled() ? "+" : "-") + value;
     };

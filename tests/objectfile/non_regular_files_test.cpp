@@ -3,12 +3,7 @@
 // that cannot be read, and a target is the writer's failure 75.
 
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/stat.h>
-#include <sys/un.h>
-#include <unistd.h>
 
-#include <filesystem>
 #include <string>
 
 #include "mainwindow/main_window.h"
@@ -18,38 +13,23 @@
 #include "runtime/shared_strings.h"
 #include "shell/program.h"
 #include "support/scripted_platform.h"
+#include "support/system.h"
 #include "support/temp_files.h"
 
 namespace korvane {
 namespace {
 
-std::string make(const std::string& kind, const std::string& role, const std::string& path) {
-  // Endless as a source; as the target, the device that swallows all.
-  if (kind == "Device") return role == "AsTarget" ? "/dev/null" : "/dev/zero";
-  EXPECT_TRUE(kind != "Fifo" || ::mkfifo(path.c_str(), 0600) == 0);
-  if (kind == "Directory") std::filesystem::create_directory(path);
-  if (kind == "Socket") {
-    sockaddr_un address{AF_UNIX, {}};
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    EXPECT_EQ(::bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-    ::close(socket);  // the socket file stays
-  }
-  return path;
-}
-
 TEST(SpecialFile, NeitherWaitsNorIsReadNorWritten) {
   AppTitleName = "Korvane";
-  // A hang ends this test's process (SIGALRM) instead of blocking the suite.
-  ::alarm(60);
-  for (const std::string kind : {"Fifo", "Device", "Socket", "Directory"}) {
+  testing::endProcessAfter(60);
+  for (const std::string& kind : testing::specialFileKinds()) {
     for (const std::string role : {"AsLOD0", "AsLOD1", "ReadAsLOD0", "AsTarget"}) {
       SCOPED_TRACE(kind + " " + role);
       testing::ScriptedPlatform platform;
       Program program{platform};
       frmKorvane& frm = program.MainWindow();
       testing::TempDir dir;
-      const std::string special = make(kind, role, dir.file("special.kob"));
+      const std::string special = testing::makeSpecialFile(kind, role, dir.file("special.kob"));
       const std::string source =
           dir.write("a.kob", testing::crlf({"[Material - 0]", "TextureMap=a.tga", "[LOD Information]",
                                             "NumberOfLOD=1", "[LOD 0]", "NumberOfSurfaces=1"}));
@@ -74,7 +54,7 @@ TEST(SpecialFile, NeitherWaitsNorIsReadNorWritten) {
       EXPECT_EQ(testing::readBytes(dir.file("elsewhere.kob")), testing::readBytes(source));
     }
   }
-  ::alarm(0);
+  testing::endProcessAfter(0);
 }
 
 }  // namespace
