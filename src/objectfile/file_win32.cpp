@@ -1,7 +1,11 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <atomic>
 #include <climits>
+#include <cstdlib>
+#include <optional>
+#include <utility>
 
 #include "objectfile/file.h"
 #include "runtime/failure.h"
@@ -84,6 +88,63 @@ void checkRegular(HANDLE handle) {
   if (::GetFileType(handle) != FILE_TYPE_DISK) throw RuntimeFailure(failure_number::PathFileAccessError);
 }
 
+DWORD linkCount(const std::wstring& path) {
+  HANDLE handle = ::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                OPEN_EXISTING, 0, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) return 0;
+  BY_HANDLE_FILE_INFORMATION information{};
+  const bool known = ::GetFileInformationByHandle(handle, &information);
+  ::CloseHandle(handle);
+  return known ? information.nNumberOfLinks : 0;
+}
+
+// What the temporary files of a target's saves begin with. Long names are
+// cut so that the whole stays within the system's limit of a file name.
+std::wstring temporaryPrefix(const std::wstring& name) {
+  constexpr std::size_t kLongestName = 200;
+  return L"." + name.substr(0, kLongestName) + L".korvane-";
+}
+
+// Temporary files of earlier saves of the same target whose process no
+// longer runs: it was killed or lost power before it could remove them.
+void removeLeftovers(const std::wstring& folder, const std::wstring& prefix) {
+  WIN32_FIND_DATAW found{};
+  HANDLE search = ::FindFirstFileW((folder + prefix + L"*").c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) return;
+  do {
+    const unsigned long pid = std::wcstoul(found.cFileName + prefix.size(), nullptr, 10);
+    if (pid == 0 || pid == ::GetCurrentProcessId()) continue;
+    HANDLE process = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, pid);
+    if (process != nullptr) {
+      ::CloseHandle(process);
+    } else if (::GetLastError() == ERROR_INVALID_PARAMETER) {
+      ::DeleteFileW((folder + found.cFileName).c_str());
+    }
+  } while (::FindNextFileW(search, &found));
+  ::FindClose(search);
+}
+
+// A new file beside the target (a full path), and its name; nothing when the
+// folder takes no new file.
+std::optional<std::pair<HANDLE, std::wstring>> createBeside(const std::wstring& target) {
+  const std::size_t slash = target.rfind(L'\\');
+  if (slash == std::wstring::npos || slash + 1 == target.size()) return std::nullopt;
+  const std::wstring folder = target.substr(0, slash + 1);
+  const std::wstring prefix = temporaryPrefix(target.substr(slash + 1));
+  removeLeftovers(folder, prefix);
+  static std::atomic<unsigned> counter;
+  constexpr int kAttempts = 100;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    std::wstring name = folder + prefix + std::to_wstring(::GetCurrentProcessId()) + L"-" +
+                        std::to_wstring(counter++);
+    HANDLE handle = ::CreateFileW(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                                  CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle != INVALID_HANDLE_VALUE) return std::pair{handle, std::move(name)};
+    if (::GetLastError() != ERROR_FILE_EXISTS) return std::nullopt;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 // Shared for reading, writing and deleting, as a file read on Linux is: the
@@ -156,10 +217,57 @@ void File::writeAll(const char* data, std::size_t size) {
   }
 }
 
+void File::flushToDisk() {
+  if (!::FlushFileBuffers(handleOf(m_handle))) throw lastFailure();
+}
+
 void File::close() {
   HANDLE handle = handleOf(m_handle);
   m_handle = -1;
   if (handle != INVALID_HANDLE_VALUE && !::CloseHandle(handle)) throw lastFailure();
+}
+
+FileReplacement FileReplacement::begin(const std::string& target) {
+  const std::wstring file = systemPath(target);
+  refuseUnlessRegular(file);
+  const DWORD attributes = ::GetFileAttributesW(file.c_str());
+  const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
+  // A file that may not be written is not replaced either, though its folder
+  // would let it be.
+  if (exists && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+    throw RuntimeFailure(failure_number::PathFileAccessError);
+  }
+  // The other names of a file with several would go on naming the old one,
+  // and a link would be replaced instead of the file it points to.
+  if (!exists || ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0 && linkCount(file) == 1)) {
+    if (auto created = createBeside(file)) {
+      return FileReplacement(File(reinterpret_cast<std::intptr_t>(created->first)), utf8(created->second),
+                             utf8(file));
+    }
+  }
+  return FileReplacement(File::openForWriting(target), {}, utf8(file));
+}
+
+FileReplacement::FileReplacement(FileReplacement&& other) noexcept
+    : m_file(std::move(other.m_file)),
+      m_temporary(std::exchange(other.m_temporary, {})),
+      m_target(std::move(other.m_target)) {}
+
+// The temporary file is open with delete sharing: it goes when its handle is
+// closed, right after this.
+FileReplacement::~FileReplacement() {
+  if (!m_temporary.empty()) ::DeleteFileW(wide(m_temporary).c_str());
+}
+
+void FileReplacement::commit() {
+  if (inPlace()) return m_file.close();
+  m_file.flushToDisk();
+  m_file.close();
+  if (!::MoveFileExW(wide(m_temporary).c_str(), wide(m_target).c_str(),
+                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+    throw lastFailure();
+  }
+  m_temporary.clear();
 }
 
 }  // namespace korvane

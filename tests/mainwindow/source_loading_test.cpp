@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "mainwindow/main_window.h"
@@ -150,7 +151,9 @@ TEST_F(SourceLoading, AHandedFileDoesWhatChoosingItInTheFramesOwnDialogDoes) {
                         frm.txtFilePathLOD1.Text() + "'" + (frm.btnBrowseLOD1.Enabled() ? "+" : "-") +
                         " dir=" + DefaultDirPath;
     for (const std::string& message : platform.messages) after += " " + message;
-    for (const std::string& from : {dir.path().string() + "/", dir.path().string()})
+    // Compared with '/' for Windows' own separator.
+    std::replace(after.begin(), after.end(), '\\', '/');
+    for (const std::string& from : {dir.path().generic_string() + "/", dir.path().generic_string()})
       for (std::string::size_type at; (at = after.find(from)) != std::string::npos;)
         after.replace(at, from.size(), from.back() == '/' ? "" : "<dir>");
     EXPECT_EQ(after, row.after);

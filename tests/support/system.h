@@ -2,8 +2,6 @@
 // What a test does differently per system: system_posix.cpp and
 // system_win32.cpp, one of them chosen by the build.
 
-#include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,10 +16,5 @@ std::string makeSpecialFile(const std::string& kind, const std::string& role, co
 // Ends the process if it still runs after that many seconds, so that a hang
 // fails the test instead of blocking the suite; 0 calls it off.
 void endProcessAfter(unsigned seconds);
-
-// Runs body with the files this process writes capped at bytes, so that a
-// write stops half way as on a full disk; false, and body not run, where the
-// system has no such cap.
-bool withFileSizeCap(std::uint64_t bytes, const std::function<void()>& body);
 
 }  // namespace korvane::testing

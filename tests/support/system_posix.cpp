@@ -1,12 +1,8 @@
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
-#include <cstdlib>
 #include <filesystem>
 
 #include "support/system.h"
@@ -31,19 +27,5 @@ std::string makeSpecialFile(const std::string& kind, const std::string& role, co
 }
 
 void endProcessAfter(unsigned seconds) { ::alarm(seconds); }
-
-// SIGXFSZ is ignored meanwhile, so that the write fails instead of the process.
-bool withFileSizeCap(std::uint64_t bytes, const std::function<void()>& body) {
-  rlimit old{};
-  getrlimit(RLIMIT_FSIZE, &old);
-  rlimit limit = old;
-  limit.rlim_cur = bytes;
-  auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-  setrlimit(RLIMIT_FSIZE, &limit);
-  body();
-  setrlimit(RLIMIT_FSIZE, &old);
-  std::signal(SIGXFSZ, oldHandler);
-  return true;
-}
 
 }  // namespace korvane::testing

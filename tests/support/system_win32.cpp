@@ -33,6 +33,4 @@ void endProcessAfter(unsigned seconds) {
   }).detach();
 }
 
-bool withFileSizeCap(std::uint64_t, const std::function<void()>&) { return false; }
-
 }  // namespace korvane::testing
