@@ -78,7 +78,8 @@ std::string makeJob(const Row& row, const std::filesystem::path& folder, MergeJo
   std::vector<std::string> cells = row.cells;
   cells.resize(6);
   auto place = [&](const std::string& cell) {
-    return cell.empty() || pathFromUtf8(cell).is_absolute() ? cell : utf8FromPath(folder / pathFromUtf8(cell));
+    return cell.empty() || pathFromUtf8(cell).is_absolute() ? cell
+                                                            : utf8FromPath(folder / pathFromUtf8(cell));
   };
   if (cells[0].empty() || cells[2].empty()) return "a row needs a LOD 0 source and an output";
   if (isStandardOutput(cells[2])) return "a batch writes files, not standard output";

@@ -164,7 +164,9 @@ void keepGoingPastFileSizeLimit() {
     ::signal(SIGXFSZ, SIG_IGN);
 }
 
-int descriptorOf(std::intptr_t handle) { return static_cast<int>(handle); }
+int descriptorOf(std::intptr_t handle) {
+  return static_cast<int>(handle);
+}
 
 // The open itself may have found a special file that took the path's place.
 void checkRegular(int descriptor) {

@@ -16,9 +16,13 @@ namespace {
 // ReadFile and WriteFile count in 32 bits.
 constexpr std::size_t kLargestCall = std::size_t{1} << 30;
 
-HANDLE handleOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+HANDLE handleOf(std::intptr_t handle) {
+  return reinterpret_cast<HANDLE>(handle);
+}
 
-RuntimeFailure lastFailure() { return failureFromSystemError(::GetLastError()); }
+RuntimeFailure lastFailure() {
+  return failureFromSystemError(::GetLastError());
+}
 
 std::wstring wide(const std::string& utf8) {
   if (utf8.empty()) return {};
@@ -59,7 +63,9 @@ std::wstring systemPath(const std::string& path) {
   return LR"(\\?\)" + full;
 }
 
-bool isDevicePath(const std::wstring& path) { return path.starts_with(LR"(\\.\)"); }
+bool isDevicePath(const std::wstring& path) {
+  return path.starts_with(LR"(\\.\)");
+}
 
 // Only regular disk files are read or written. A pipe would hold a read until
 // its writer came, a device such as CON may never end or, as NUL would,
@@ -89,8 +95,8 @@ void checkRegular(HANDLE handle) {
 }
 
 DWORD linkCount(const std::wstring& path) {
-  HANDLE handle = ::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                OPEN_EXISTING, 0, nullptr);
+  HANDLE handle = ::CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                nullptr, OPEN_EXISTING, 0, nullptr);
   if (handle == INVALID_HANDLE_VALUE) return 0;
   BY_HANDLE_FILE_INFORMATION information{};
   const bool known = ::GetFileInformationByHandle(handle, &information);
@@ -135,8 +141,8 @@ std::optional<std::pair<HANDLE, std::wstring>> createBeside(const std::wstring& 
   static std::atomic<unsigned> counter;
   constexpr int kAttempts = 100;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    std::wstring name = folder + prefix + std::to_wstring(::GetCurrentProcessId()) + L"-" +
-                        std::to_wstring(counter++);
+    std::wstring name =
+        folder + prefix + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(counter++);
     HANDLE handle = ::CreateFileW(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
                                   CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (handle != INVALID_HANDLE_VALUE) return std::pair{handle, std::move(name)};
@@ -172,8 +178,8 @@ File File::createTemporary(std::string& path) {
   // Creates the file under a name no other file has.
   if (::GetTempFileNameW(folder, L"kor", 0, name) == 0) throw lastFailure();
   path = utf8(name);
-  HANDLE handle = ::CreateFileW(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, TRUNCATE_EXISTING,
-                                FILE_ATTRIBUTE_TEMPORARY, nullptr);
+  HANDLE handle = ::CreateFileW(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                TRUNCATE_EXISTING, FILE_ATTRIBUTE_TEMPORARY, nullptr);
   if (handle == INVALID_HANDLE_VALUE) throw lastFailure();
   return File(reinterpret_cast<std::intptr_t>(handle));
 }
@@ -200,7 +206,8 @@ std::uint64_t File::size() const {
 
 std::size_t File::readSome(char* buffer, std::size_t size) {
   DWORD count = 0;
-  if (!::ReadFile(handleOf(m_handle), buffer, static_cast<DWORD>(std::min(size, kLargestCall)), &count, nullptr))
+  if (!::ReadFile(handleOf(m_handle), buffer, static_cast<DWORD>(std::min(size, kLargestCall)), &count,
+                  nullptr))
     throw lastFailure();
   return count;
 }
@@ -208,7 +215,8 @@ std::size_t File::readSome(char* buffer, std::size_t size) {
 void File::writeAll(const char* data, std::size_t size) {
   while (size > 0) {
     DWORD count = 0;
-    if (!::WriteFile(handleOf(m_handle), data, static_cast<DWORD>(std::min(size, kLargestCall)), &count, nullptr))
+    if (!::WriteFile(handleOf(m_handle), data, static_cast<DWORD>(std::min(size, kLargestCall)), &count,
+                     nullptr))
       throw lastFailure();
     // A write that takes nothing and names no error would loop for ever.
     if (count == 0) throw failureFromSystemError(ERROR_DISK_FULL);

@@ -10,7 +10,8 @@
 namespace korvane {
 
 inline std::filesystem::path pathFromUtf8(std::string_view utf8) {
-  return std::filesystem::path(std::u8string_view(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size()));
+  return std::filesystem::path(
+      std::u8string_view(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size()));
 }
 
 inline std::string utf8FromPath(const std::filesystem::path& path) {

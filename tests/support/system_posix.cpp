@@ -9,7 +9,9 @@
 
 namespace korvane::testing {
 
-std::vector<std::string> specialFileKinds() { return {"Fifo", "Device", "Socket", "Directory"}; }
+std::vector<std::string> specialFileKinds() {
+  return {"Fifo", "Device", "Socket", "Directory"};
+}
 
 std::string makeSpecialFile(const std::string& kind, const std::string& role, const std::string& path) {
   // Endless as a source; as the target, the device that swallows all.
@@ -26,6 +28,8 @@ std::string makeSpecialFile(const std::string& kind, const std::string& role, co
   return path;
 }
 
-void endProcessAfter(unsigned seconds) { ::alarm(seconds); }
+void endProcessAfter(unsigned seconds) {
+  ::alarm(seconds);
+}
 
 }  // namespace korvane::testing

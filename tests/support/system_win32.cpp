@@ -9,17 +9,18 @@
 
 namespace korvane::testing {
 
-std::vector<std::string> specialFileKinds() { return {"Pipe", "NUL", "CON", "COM1", "Directory"}; }
+std::vector<std::string> specialFileKinds() {
+  return {"Pipe", "NUL", "CON", "COM1", "Directory"};
+}
 
 std::string makeSpecialFile(const std::string& kind, const std::string&, const std::string& path) {
   if (kind == "Directory") std::filesystem::create_directory(path);
   if (kind != "Pipe") return kind == "Directory" ? path : kind;
-  // A pipe with its server waiting; it lives as long as the test's process.
-  static int count = 0;
-  std::string name = R"(\\.\pipe\korvane-test-)" + std::to_string(::GetCurrentProcessId()) + "-" +
-                     std::to_string(++count);
-  ::CreateNamedPipeA(name.c_str(), PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE, PIPE_UNLIMITED_INSTANCES, 4096, 4096, 0,
-                     nullptr);
+  // A pipe with its server waiting, one more instance on each call; it lives
+  // as long as the test's process.
+  std::string name = R"(\\.\pipe\korvane-test-)" + std::to_string(::GetCurrentProcessId());
+  ::CreateNamedPipeA(name.c_str(), PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE, PIPE_UNLIMITED_INSTANCES, 4096, 4096,
+                     0, nullptr);
   return name;
 }
 
