@@ -1,17 +1,14 @@
 #include "cli/batch.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <sstream>
 #include <vector>
 
 #include "cli/cli_platform.h"
+#include "cli/cli_system.h"
 #include "cli/merge_job.h"
 #include "runtime/utf8_path.h"
 
@@ -23,31 +20,6 @@ struct Row {
   int line = 0;
   std::vector<std::string> cells;
 };
-
-// The jobs file whole, or why not. Only a regular file is read, and the open
-// never waits: a FIFO without a writer would hold the batch for ever, and a
-// device such as /dev/zero or /dev/urandom never ends.
-std::string readJobs(const std::string& path, std::string& text) {
-  struct stat info {};
-  if (::stat(path.c_str(), &info) != 0) return std::strerror(errno);
-  if (S_ISDIR(info.st_mode)) return "is a folder";
-  if (!S_ISREG(info.st_mode)) return "not a regular file";
-  const int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-  if (fd < 0) return std::strerror(errno);
-  std::string why;
-  // Looked at again on the open file, should the path have changed meanwhile.
-  if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) why = "not a regular file";
-  char buffer[65536];
-  for (ssize_t count = 0; why.empty() && (count = ::read(fd, buffer, sizeof buffer)) != 0;) {
-    if (count > 0) {
-      text.append(buffer, static_cast<std::size_t>(count));
-    } else if (errno != EINTR) {
-      why = std::strerror(errno);
-    }
-  }
-  ::close(fd);
-  return why;
-}
 
 // Where relative paths of the rows start: the folder named in the jobs
 // file's path, unless the path leads, through links, to a descriptor of

@@ -13,7 +13,10 @@
 
 #include "advanced/autolod.h"
 #include "cli/cli_platform.h"
+#include "cli/cli_system.h"
 #include "objectfile/file.h"
+#include "runtime/failure.h"
+#include "runtime/utf8_path.h"
 #include "shell/program.h"
 
 namespace korvane::cli {
@@ -29,20 +32,25 @@ constexpr std::size_t kAutoLODTyping = 6;  // the AutoLOD fields stop typing at 
 class StdoutTarget {
  public:
   StdoutTarget() {
-    const char* dir = std::getenv("TMPDIR");
-    std::string name = std::string(dir && *dir ? dir : "/tmp") + "/korvane-cli.XXXXXX";
-    if (name.size() >= sizeof s_path) return;
-    const int fd = mkstemp(name.data());
-    if (fd < 0) return;
-    close(fd);
+    std::string name;
+    try {
+      File::createTemporary(name).close();
+    } catch (const RuntimeFailure&) {
+      return;
+    }
     path = name;
+    if (name.size() >= sizeof s_path) return;
     name.copy(s_path, name.size());
     s_path[name.size()] = '\0';
-    for (int signal : kEndingSignals) std::signal(signal, removeAndEnd);
+    for (int signal : endingSignals()) std::signal(signal, removeAndEnd);
   }
   ~StdoutTarget() {
-    for (int signal : kEndingSignals) std::signal(signal, SIG_DFL);
-    if (!path.empty()) std::remove(path.c_str());
+    for (int signal : endingSignals()) std::signal(signal, SIG_DFL);
+    try {
+      if (!path.empty()) File::remove(path);
+    } catch (const RuntimeFailure&) {
+      // A temporary file left behind harms no one.
+    }
     s_path[0] = '\0';
   }
   StdoutTarget(const StdoutTarget&) = delete;
@@ -50,7 +58,7 @@ class StdoutTarget {
 
   // The reason when the copy fails.
   std::string copyOut() const {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(pathFromUtf8(path), std::ios::binary);
     std::vector<char> buffer(std::size_t{1} << 20);
     while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || in.gcount() > 0) {
       const auto count = static_cast<std::size_t>(in.gcount());
@@ -63,7 +71,6 @@ class StdoutTarget {
   std::string path;
 
  private:
-  static constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
   static inline char s_path[4096] = {};
 
   static void removeAndEnd(int signal) {

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <atomic>
 #include <climits>
+#include <csignal>
 #include <cstdlib>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -151,7 +153,24 @@ std::optional<std::pair<HANDLE, std::wstring>> createBeside(const std::wstring& 
   return std::nullopt;
 }
 
+// The temporary file being written, for removeUnfinishedReplacement: a
+// fixed buffer, since a handler of a signal may neither allocate nor lock.
+wchar_t g_unfinished[32768];
+volatile std::sig_atomic_t g_unfinishedSet = 0;
+
+void noteUnfinished(const std::wstring& path) {
+  g_unfinishedSet = 0;
+  if (path.size() >= std::size(g_unfinished)) return;
+  path.copy(g_unfinished, path.size());
+  g_unfinished[path.size()] = L'\0';
+  g_unfinishedSet = 1;
+}
+
 }  // namespace
+
+void removeUnfinishedReplacement() noexcept {
+  if (g_unfinishedSet) ::DeleteFileW(g_unfinished);
+}
 
 // Shared for reading, writing and deleting, as a file read on Linux is: the
 // author may save over a source that is being read.
@@ -249,6 +268,7 @@ FileReplacement FileReplacement::begin(const std::string& target) {
   // and a link would be replaced instead of the file it points to.
   if (!exists || ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0 && linkCount(file) == 1)) {
     if (auto created = createBeside(file)) {
+      noteUnfinished(created->second);
       return FileReplacement(File(reinterpret_cast<std::intptr_t>(created->first)), utf8(created->second),
                              utf8(file));
     }
@@ -259,12 +279,22 @@ FileReplacement FileReplacement::begin(const std::string& target) {
 FileReplacement::FileReplacement(FileReplacement&& other) noexcept
     : m_file(std::move(other.m_file)),
       m_temporary(std::exchange(other.m_temporary, {})),
-      m_target(std::move(other.m_target)) {}
+      m_target(std::move(other.m_target)),
+      m_written(other.m_written),
+      m_handedToDisk(other.m_handedToDisk) {}
 
 // The temporary file is open with delete sharing: it goes when its handle is
 // closed, right after this.
 FileReplacement::~FileReplacement() {
-  if (!m_temporary.empty()) ::DeleteFileW(wide(m_temporary).c_str());
+  if (m_temporary.empty()) return;
+  g_unfinishedSet = 0;
+  ::DeleteFileW(wide(m_temporary).c_str());
+}
+
+// The system writes behind on its own; the commit waits for all of it.
+void FileReplacement::writeAll(const char* data, std::size_t size) {
+  m_file.writeAll(data, size);
+  m_written += size;
 }
 
 void FileReplacement::commit() {
@@ -275,6 +305,7 @@ void FileReplacement::commit() {
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
     throw lastFailure();
   }
+  g_unfinishedSet = 0;
   m_temporary.clear();
 }
 

@@ -1,0 +1,32 @@
+#include <csignal>
+#include <filesystem>
+
+#include "cli/cli_system.h"
+#include "objectfile/file.h"
+#include "runtime/failure.h"
+#include "runtime/utf8_path.h"
+
+namespace korvane::cli {
+
+// Ctrl+C and Ctrl+Break in a console, and a request to end.
+std::span<const int> endingSignals() {
+  static constexpr int kSignals[] = {SIGINT, SIGBREAK, SIGTERM};
+  return kSignals;
+}
+
+// The file layer opens regular disk files only and never waits; its failure
+// says why not in the program's words.
+std::string readJobs(const std::string& path, std::string& text) {
+  std::error_code ignored;
+  if (std::filesystem::is_directory(pathFromUtf8(path), ignored)) return "is a folder";
+  try {
+    File file = File::openForReading(path);
+    char buffer[65536];
+    while (std::size_t count = file.readSome(buffer, sizeof buffer)) text.append(buffer, count);
+  } catch (const RuntimeFailure& failure) {
+    return failure.description();
+  }
+  return {};
+}
+
+}  // namespace korvane::cli
