@@ -15,4 +15,8 @@ std::span<const int> endingSignals();
 // device such as /dev/zero or /dev/urandom never ends.
 std::string readJobs(const std::string& path, std::string& text);
 
+// Why a source cannot even be opened, in the system's words; empty when it
+// can, and the window's validation has said what it found wrong.
+std::string unreadable(const std::string& path);
+
 }  // namespace korvane::cli

@@ -37,4 +37,13 @@ std::string readJobs(const std::string& path, std::string& text) {
   return why;
 }
 
+std::string unreadable(const std::string& path) {
+  struct stat info {};
+  if (::stat(path.c_str(), &info) != 0) return std::strerror(errno);
+  if (S_ISDIR(info.st_mode)) return "is a folder";
+  if (!S_ISREG(info.st_mode)) return "not a regular file";
+  if (::access(path.c_str(), R_OK) != 0) return std::strerror(errno);
+  return {};
+}
+
 }  // namespace korvane::cli

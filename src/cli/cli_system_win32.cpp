@@ -1,4 +1,6 @@
+#include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <filesystem>
 
 #include "cli/cli_system.h"
@@ -24,6 +26,31 @@ std::string readJobs(const std::string& path, std::string& text) {
     char buffer[65536];
     while (std::size_t count = file.readSome(buffer, sizeof buffer)) text.append(buffer, count);
   } catch (const RuntimeFailure& failure) {
+    // The C library's words, as on Linux.
+    namespace n = failure_number;
+    if (failure.number() == n::FileNotFound || failure.number() == n::PathNotFound)
+      return std::strerror(ENOENT);
+    if (failure.number() == n::PermissionDenied) return std::strerror(EACCES);
+    return failure.description();
+  }
+  return {};
+}
+
+std::string unreadable(const std::string& path) {
+  try {
+    File::openForReading(path);
+  } catch (const RuntimeFailure& failure) {
+    const std::filesystem::path name = pathFromUtf8(path);
+    std::error_code ignored;
+    if (std::filesystem::is_directory(name, ignored)) return "is a folder";
+    if (failure.number() == failure_number::PathFileAccessError &&
+        !std::filesystem::is_regular_file(name, ignored))
+      return "not a regular file";
+    // The C library's words, as on Linux.
+    namespace n = failure_number;
+    if (failure.number() == n::FileNotFound || failure.number() == n::PathNotFound)
+      return std::strerror(ENOENT);
+    if (failure.number() == n::PermissionDenied) return std::strerror(EACCES);
     return failure.description();
   }
   return {};

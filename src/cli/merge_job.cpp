@@ -1,6 +1,5 @@
 #include "cli/merge_job.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -80,17 +79,6 @@ class StdoutTarget {
     std::raise(signal);
   }
 };
-
-// Why a source cannot even be opened, in the system's words; empty when it
-// can, and the window's validation has said what it found wrong.
-std::string unreadable(const std::string& path) {
-  struct stat info {};
-  if (::stat(path.c_str(), &info) != 0) return std::strerror(errno);
-  if (S_ISDIR(info.st_mode)) return "is a folder";
-  if (!S_ISREG(info.st_mode)) return "not a regular file";
-  if (::access(path.c_str(), R_OK) != 0) return std::strerror(errno);
-  return {};
-}
 
 std::string refusal(const std::string& path, const char* role) {
   const std::string why = unreadable(path);
