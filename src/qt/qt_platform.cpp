@@ -304,7 +304,7 @@ void QtPlatform::setFocus(Form& window, Control& control) {
   // The window comes to the front with its control, also where no window
   // manager hands the focus back after a message box: the focus a control
   // has in an inactive window is never reported.
-  widget->activateWindow();
+  if (widget->isVisible()) widget->activateWindow();
 }
 
 void QtPlatform::endProcess() {

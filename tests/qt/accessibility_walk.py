@@ -155,6 +155,7 @@ def walk(app, source):
                                                   "Source KOB File: LOD 1", ""])
     check(channels(main) == [("10", 10, 10), ("20", 20, 20), ("30", 30, 30)], f"loaded: channels {channels(main)}")
 
+    events.clear()
     # The red bar moved through the bus: field, slider and swatch follow, and readers hear it.
     find(main, "ColorKey red arrows").queryValue().currentValue = 200
     wait_for("red at 200", lambda: channels(main)[0] == ("200", 200, 200))
@@ -165,6 +166,7 @@ def walk(app, source):
 
     # A field emptied through the bus is empty for the program too: Save As refuses it and moves the focus there.
     find(main, "ColorKey green").queryEditableText().setTextContents("")
+    events.clear()
     press(find(main, "Save As"))
     box = wait_for("the message box", lambda: top_window(app, "alert"))
     check(box.description == "Please complete all ColorKey entries", f"message box says {box.description!r}")
