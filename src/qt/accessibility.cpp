@@ -78,11 +78,7 @@ QAccessibleInterface* programWidgetInterface(const QString&, QObject* object) {
 }  // namespace
 
 void installAccessibleInterfaces() {
-  static const bool installed = [] {
-    QAccessible::installFactory(programWidgetInterface);
-    return true;
-  }();
-  (void)installed;
+  QAccessible::installFactory(programWidgetInterface);
 }
 
 QString spokenName(const Control& control) {

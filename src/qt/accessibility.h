@@ -2,9 +2,9 @@
 // What the windows tell assistive technology beyond what Qt's widgets say on
 // their own. The names come from what the window shows: a control's caption,
 // the label that heads it, a button's tool tip where it says more than the
-// caption, or else the name its record gives it. Frames are named groups, the
-// main window is a window, and a scroll bar reports the values its record
-// holds. Qt carries all of it to AT-SPI on Linux and to UI Automation on Windows.
+// caption, or else the name its record gives it. Frames are named groups, a
+// window says whether it is modal, and a scroll bar reports the values its
+// record holds. Qt carries all of it to AT-SPI on Linux and to UI Automation on Windows.
 
 #include <QString>
 
@@ -14,7 +14,7 @@ class Control;
 struct Rgb;
 
 // Lets Qt ask for the accessible interfaces of the program's own widget
-// classes; safe to call more than once, after the QApplication exists.
+// classes, after the QApplication exists; Qt keeps one of each factory.
 void installAccessibleInterfaces();
 
 // The name a screen reader says for the control; empty where Qt's own is
