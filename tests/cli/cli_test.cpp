@@ -149,6 +149,10 @@ TEST_F(Fixtures, HostileRunsEndWithAMessageAndLoseNothing) {
       // SIGXFSZ would end the program and leave a cut file.
       {"FileSizeLimit", "cp barrel.kob keep.kob; ulimit -f 100; {cli} merge big.kob -o keep.kob", 1,
        "Unexpected error in SaveFileLOD0: Disk full ( 61)\nkorvane-cli: keep.kob: not written"},
+      // The writer's failure is found behind the rewriting's own message.
+      {"LimitAfterAWarning", "(ulimit -f 0; {cli} merge spaced.kob -o gone.kob 2>&1) | cat; ls gone.kob", 2,
+       "found in your KOB file\nkorvane-cli: Unexpected error in SaveFileLOD0: Disk full ( 61)\nkorvane-cli: "
+       "gone.kob: not written"},
       {"FifoAsJobs", "mkfifo fifo.tsv; {cli} batch fifo.tsv", 2,
        "fifo.tsv: cannot read the jobs file: not a regular file"},
       {"EndlessDeviceAsJobs", "{cli} batch /dev/zero", 2,
