@@ -158,7 +158,8 @@ TEST_F(Fixtures, HostileRunsEndWithAMessageAndLoseNothing) {
       {"EndlessDeviceAsJobs", "{cli} batch /dev/zero", 2,
        "/dev/zero: cannot read the jobs file: not a regular file"},
       // Rows of standard input are taken from the current directory, not /dev.
-      {"JobsOnStandardInput", "{cli} batch /dev/stdin <sub/rel.tsv && ls piped.kob", 0, "piped.kob"},
+      {"JobsOnStandardInput", "{cli} batch /dev/stdin <sub/rel.tsv && ls piped.kob", 0,
+       "/dev/stdin:1: merged piped.kob\n1 merged, 0 failed\npiped.kob"},
       {"StandardOutputByName",
        "echo log >log.txt; {cli} merge barrel.kob -o /dev/stdout >>log.txt; head -c 4 log.txt", 0, "log\n"},
       {"ReaderGoesAway",
