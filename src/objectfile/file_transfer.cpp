@@ -58,7 +58,7 @@ void ReadFileLOD1(frmKorvane& frm, const std::string& path) {
     struct KeepFromMarker {
       LineStore& store;
       ~KeepFromMarker() {
-        std::int32_t marker = 0;
+        LineStore::Index marker = 0;
         for (auto hit = store.Find(0, kLOD0Marker, detail::findText); hit;
              hit = store.Find(marker + 1, kLOD0Marker, detail::findText)) {
           marker = hit->index;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 
 #include "objectfile/source_text.h"
 #include "runtime/failure.h"
@@ -13,7 +12,6 @@ namespace korvane {
 namespace {
 
 constexpr std::size_t kLengthBytes = sizeof(std::uint64_t);
-constexpr std::size_t kMaxLines = static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max());
 constexpr std::size_t kAnchorEvery = detail::LineEndCounter::kAnchorEvery;
 
 // Room for n more, growing by half at least, so that adding one at a time
@@ -139,7 +137,6 @@ struct LineStore::Impl {
   }
 
   void insert(std::string_view text, std::size_t position) {
-    if (count() >= kMaxLines) throw RuntimeFailure(failure_number::OutOfMemory);
     // The text may be a line of this store's own appended area, which moves
     // when it grows.
     std::string copy;
@@ -202,25 +199,25 @@ void LineStore::AddItem(std::string_view text) {
   m_impl->insert(text, m_impl->count());
 }
 
-void LineStore::AddItem(std::string_view text, std::int32_t index) {
+void LineStore::AddItem(std::string_view text, Index index) {
   if (index < 0 || static_cast<std::size_t>(index) > m_impl->count()) {
     throw RuntimeFailure(failure_number::InvalidProcedureCall);
   }
   m_impl->insert(text, static_cast<std::size_t>(index));
 }
 
-void LineStore::RemoveItem(std::int32_t index) {
+void LineStore::RemoveItem(Index index) {
   if (index < 0 || static_cast<std::size_t>(index) >= m_impl->count()) {
     throw RuntimeFailure(failure_number::InvalidProcedureCall);
   }
   m_impl->remove(static_cast<std::size_t>(index));
 }
 
-std::int32_t LineStore::ListCount() const {
-  return static_cast<std::int32_t>(m_impl->count());
+LineStore::Index LineStore::ListCount() const {
+  return static_cast<Index>(m_impl->count());
 }
 
-std::string_view LineStore::List(std::int32_t index) const {
+std::string_view LineStore::List(Index index) const {
   if (index < 0) throw RuntimeFailure(failure_number::InvalidProcedureCall);
   if (static_cast<std::size_t>(index) >= m_impl->count()) return {};
   const std::string_view line = m_impl->line(static_cast<std::size_t>(index));
@@ -234,7 +231,6 @@ void LineStore::Load(SourceText&& text) {
   const bool endsInCrLf = size >= 2 && bytes[size - 1] == '\n' && bytes[size - 2] == '\r';
   const bool lastLineOpen = size > 0 && bytes[size - 1] != '\r' && !endsInCrLf;
   const std::size_t lines = text.carriageReturns + (lastLineOpen ? 1 : 0);
-  if (lines > kMaxLines) throw RuntimeFailure(failure_number::OutOfMemory);
   Impl& impl = *m_impl;
   if (lines > 0) {
     const std::uint64_t end = lastLineOpen ? size : size - (endsInCrLf ? 2 : 1);
@@ -247,10 +243,9 @@ void LineStore::Load(SourceText&& text) {
   text = SourceText{};
 }
 
-std::optional<LineStore::Hit> LineStore::Find(std::int32_t from, std::string_view pattern,
-                                              TextSearch find) const {
+std::optional<LineStore::Hit> LineStore::Find(Index from, std::string_view pattern, TextSearch find) const {
   const Impl& impl = *m_impl;
-  const auto start = static_cast<std::size_t>(std::max(from, 0));
+  const auto start = static_cast<std::size_t>(std::max(from, Index{0}));
   if (start >= impl.count()) return std::nullopt;
   const char* const base = impl.source.get();
   for (auto [p, k] = impl.locate(start); p < impl.pieces.size(); ++p, k = 0) {
@@ -260,7 +255,7 @@ std::optional<LineStore::Hit> LineStore::Find(std::int32_t from, std::string_vie
       for (; k < piece.count; ++k) {
         const std::string_view line = impl.addedLine(piece.first + k);
         if (const char* hit = find(line.data(), line.data() + line.size(), pattern)) {
-          return Hit{static_cast<std::int32_t>(before + k), static_cast<std::size_t>(hit - line.data())};
+          return Hit{static_cast<Index>(before + k), static_cast<std::size_t>(hit - line.data())};
         }
       }
       continue;
@@ -272,15 +267,15 @@ std::optional<LineStore::Hit> LineStore::Find(std::int32_t from, std::string_vie
     const char* cr = detail::findLastCarriageReturn(runStart, hit);
     const char* lineStart = cr ? base + impl.afterLineEnd(static_cast<std::uint64_t>(cr - base)) : runStart;
     const std::size_t line = before + k + detail::countCarriageReturns(runStart, lineStart);
-    return Hit{static_cast<std::int32_t>(line), static_cast<std::size_t>(hit - lineStart)};
+    return Hit{static_cast<Index>(line), static_cast<std::size_t>(hit - lineStart)};
   }
   return std::nullopt;
 }
 
-std::vector<std::int32_t> LineStore::EditLinesHolding(std::string_view pattern, TextSearch find,
-                                                      const LineEditor& edit) {
+std::vector<LineStore::Index> LineStore::EditLinesHolding(std::string_view pattern, TextSearch find,
+                                                          const LineEditor& edit) {
   Impl& impl = *m_impl;
-  std::vector<std::int32_t> left;
+  std::vector<Index> left;
   char* const base = impl.source.get();
   for (const Impl::Piece& piece : impl.pieces) {
     const std::size_t before = piece.upTo - piece.count;
@@ -290,7 +285,7 @@ std::vector<std::int32_t> LineStore::EditLinesHolding(std::string_view pattern, 
         const char* hit = find(line.data(), line.data() + line.size(), pattern);
         char* text = impl.appended.data() + (line.data() - impl.appended.data());
         if (hit && !edit(std::span<char>(text, line.size()), static_cast<std::size_t>(hit - line.data()))) {
-          left.push_back(static_cast<std::int32_t>(before + k));
+          left.push_back(static_cast<Index>(before + k));
         }
       }
       continue;
@@ -311,7 +306,7 @@ std::vector<std::int32_t> LineStore::EditLinesHolding(std::string_view pattern, 
       if (!edit(std::span<char>(lineStart, lineEnd), static_cast<std::size_t>(hit - lineStart))) {
         countedLines += detail::countCarriageReturns(counted, lineStart);
         counted = lineStart;
-        left.push_back(static_cast<std::int32_t>(countedLines));
+        left.push_back(static_cast<Index>(countedLines));
       }
       if (lineEnd == end) break;
       from = base + impl.afterLineEnd(static_cast<std::uint64_t>(lineEnd - base));

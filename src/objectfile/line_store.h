@@ -25,6 +25,10 @@ struct SourceText;
 
 class LineStore {
  public:
+  // Wide enough for any number of lines that memory holds: a source of
+  // more than 2^31 short lines is still a store, not a failure.
+  using Index = std::int64_t;
+
   LineStore();
   ~LineStore();
   LineStore(LineStore&&) noexcept;
@@ -36,18 +40,17 @@ class LineStore {
   void AddItem(std::string_view text);
   // Inserts the text at index (0..ListCount; ListCount appends). Any other
   // index is failure 5 and changes nothing.
-  void AddItem(std::string_view text, std::int32_t index);
+  void AddItem(std::string_view text, Index index);
   // Removes the line at index (0..ListCount-1). Any other index is failure 5
   // and changes nothing.
-  void RemoveItem(std::int32_t index);
-  std::int32_t ListCount() const;
+  void RemoveItem(Index index);
+  Index ListCount() const;
   // The line at index; at or beyond ListCount, the empty string. A negative
   // index is failure 5. The view stays valid until the store is changed.
-  std::string_view List(std::int32_t index) const;
+  std::string_view List(Index index) const;
 
   // Replaces the lines by those of a whole source: CR and CR LF end a line, a
   // lone LF stays in it, a line end at the very end opens no further line.
-  // More lines than an index can count is failure 7 and leaves the store empty.
   void Load(SourceText&& text);
 
   // Searches from line `from` on with find (a search over [begin, end) for
@@ -55,18 +58,17 @@ class LineStore {
   // where in it.
   using TextSearch = const char* (*)(const char* begin, const char* end, std::string_view pattern);
   struct Hit {
-    std::int32_t index;
+    Index index;
     std::size_t offset;
   };
-  std::optional<Hit> Find(std::int32_t from, std::string_view pattern, TextSearch find) const;
+  std::optional<Hit> Find(Index from, std::string_view pattern, TextSearch find) const;
 
   // Hands each line that holds pattern, in order, to edit in place: its bytes
   // and where its first hit stands. The editor keeps the length and writes
   // no CR or LF; it returns false for a line it leaves as it is, and the
   // indexes of those lines come back.
   using LineEditor = std::function<bool(std::span<char> line, std::size_t offset)>;
-  std::vector<std::int32_t> EditLinesHolding(std::string_view pattern, TextSearch find,
-                                             const LineEditor& edit);
+  std::vector<Index> EditLinesHolding(std::string_view pattern, TextSearch find, const LineEditor& edit);
 
   // Hands on all lines in order, as pieces to be written: runs of whole lines
   // each already followed by CR LF, or lines whose CR LF is still to come.

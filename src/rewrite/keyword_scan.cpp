@@ -9,14 +9,15 @@ bool holdsKeyword(std::string_view line, std::string_view keyword) {
   return detail::findKeyword(line.data(), line.data() + line.size(), keyword) != nullptr;
 }
 
-std::optional<std::int32_t> findKeyword(const LineStore& lines, std::string_view keyword, std::int32_t from) {
+std::optional<LineStore::Index> findKeyword(const LineStore& lines, std::string_view keyword,
+                                            LineStore::Index from) {
   // The read at ListCount gives the empty string, which holds no keyword, so
   // the search over the stored lines is the whole scan.
   if (auto hit = lines.Find(from, keyword, detail::findKeyword)) return hit->index;
   return std::nullopt;
 }
 
-void replaceLine(LineStore& lines, std::int32_t index, std::string_view text) {
+void replaceLine(LineStore& lines, LineStore::Index index, std::string_view text) {
   lines.AddItem(text, index);
   lines.RemoveItem(index + 1);
 }

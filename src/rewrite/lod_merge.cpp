@@ -35,7 +35,7 @@ struct TransitionPoints {
 // two-LOD block. Lines already standing behind it are left alone, so a save
 // repeated with a LOD 1 source puts its newer block ahead of the older one.
 void extendToTwoLods(LineStore& lines, const TransitionPoints& points) {
-  const std::optional<std::int32_t> at = findKeyword(lines, kNumberOfLodKeyword);
+  const std::optional<LineStore::Index> at = findKeyword(lines, kNumberOfLodKeyword);
   if (!at) return;
   replaceLine(lines, *at, "NumberOfLOD=2");
   lines.AddItem("UseAutoLOD=T", *at + 1);
@@ -51,8 +51,8 @@ void updateTransitionPoints(LineStore& lines, const TransitionPoints& points) {
   // The scan goes on until both keywords have been met, so every AutoLOD#0
   // line ahead of the first AutoLOD#1 line is rewritten. Both keywords share
   // their head, which one search over the stored text finds.
-  for (std::int32_t from = 0; !(autoLod0Found && autoLod1Found);) {
-    const std::optional<std::int32_t> at = findKeyword(lines, kAutoLodHead, from);
+  for (LineStore::Index from = 0; !(autoLod0Found && autoLod1Found);) {
+    const std::optional<LineStore::Index> at = findKeyword(lines, kAutoLodHead, from);
     if (!at) break;
     // Both tests look at the line as read: the view dies with the first replace,
     // and a line holding both keywords ends up as the AutoLOD#1 line.
@@ -70,12 +70,12 @@ void updateTransitionPoints(LineStore& lines, const TransitionPoints& points) {
     from = *at + 1;
   }
   if (!autoLod0Found) {
-    if (const std::optional<std::int32_t> at = findKeyword(lines, kNumberOfLodKeyword)) {
+    if (const std::optional<LineStore::Index> at = findKeyword(lines, kNumberOfLodKeyword)) {
       lines.AddItem(points.autoLod0Line, *at + 1);
     }
   }
   if (!autoLod1Found) {
-    if (const std::optional<std::int32_t> at = findKeyword(lines, kAutoLod0Keyword)) {
+    if (const std::optional<LineStore::Index> at = findKeyword(lines, kAutoLod0Keyword)) {
       lines.AddItem(points.autoLod1Line, *at + 1);
     }
   }
@@ -106,7 +106,7 @@ void UpdateLOD1(frmKorvane& frm) {
     // "LOD 1" neither holds "LOD 0" nor forms it with its neighbours, and
     // "LOD 0" cannot overlap itself: renaming each occurrence where it stands
     // gives what Substitute gives, as long as Substitute's positions hold.
-    const std::vector<std::int32_t> beyondLimit =
+    const std::vector<LineStore::Index> beyondLimit =
         lines.EditLinesHolding(kLod0, detail::findText, [](std::span<char> line, std::size_t offset) {
           const char* const end = line.data() + line.size();
           if (line.size() > kLastRenamedPosition - 1 + kLod0.size() &&
@@ -118,7 +118,7 @@ void UpdateLOD1(frmKorvane& frm) {
           return true;
         });
     // Such a line goes through Substitute, which tells the author.
-    for (std::int32_t index : beyondLimit) {
+    for (LineStore::Index index : beyondLimit) {
       const std::string renamed = Substitute(frm.platform(), lines.List(index), kLod0, kLod1);
       // A line that holds "LOD 0" never renames to nothing: an empty result is
       // Substitute's failure, already shown, and the author's line must stay.

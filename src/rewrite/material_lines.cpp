@@ -19,7 +19,7 @@ constexpr std::string_view kColorKeyKeyword = "COLORKEY=";
 void UpdateTextureMapLOD0(frmKorvane& frm) {
   reportAndLeave(frm.platform(), "UpdateTextureMapLOD0", [&] {
     LineStore& lines = frm.lstDataLOD0.Store();
-    const std::optional<std::int32_t> at = findKeyword(lines, kTextureMapKeyword);
+    const std::optional<LineStore::Index> at = findKeyword(lines, kTextureMapKeyword);
     if (!at) {
       MsgBox(frm.platform(), "The TextureMap keyword was not found in your KOB file");
       return;
@@ -37,7 +37,7 @@ void UpdateColorKeyLOD0(frmKorvane& frm) {
              frm.mskColorKey2.Text();
     }
     LineStore& lines = frm.lstDataLOD0.Store();
-    if (const std::optional<std::int32_t> at = findKeyword(lines, kColorKeyKeyword)) {
+    if (const std::optional<LineStore::Index> at = findKeyword(lines, kColorKeyKeyword)) {
       if (colorKeyOn) {
         replaceLine(lines, *at, line);
       } else {
@@ -49,7 +49,7 @@ void UpdateColorKeyLOD0(frmKorvane& frm) {
     // A new ColorKey line belongs to the material of the texture map. Without
     // a TextureMap line there is nowhere to put it, and UpdateTextureMapLOD0
     // has already told the author.
-    if (const std::optional<std::int32_t> textureMap = findKeyword(lines, kTextureMapKeyword)) {
+    if (const std::optional<LineStore::Index> textureMap = findKeyword(lines, kTextureMapKeyword)) {
       lines.AddItem(line, *textureMap + 1);
     }
   });

@@ -78,30 +78,30 @@ TEST(LineStore, AgreesWithAModelThroughRandomEdits) {
     LineStore store = loaded(bytes);
     for (int step = 0; step < 30; ++step) {
       SCOPED_TRACE("round " + std::to_string(round) + " step " + std::to_string(step));
-      const auto count = static_cast<std::int32_t>(model.size());
+      const auto count = static_cast<LineStore::Index>(model.size());
       const unsigned action = random() % 3;
       if (action == 0) {
         // Often a second line right behind the first, or a copy of a stored line.
-        auto at = static_cast<std::int32_t>(random() % (count + 1));
+        auto at = static_cast<LineStore::Index>(random() % (count + 1));
         for (int more = static_cast<int>(random() % 2); more >= 0; --more, ++at) {
           const auto copied =
-              model.empty() || random() % 4 ? -1 : static_cast<std::int32_t>(random() % model.size());
+              model.empty() || random() % 4 ? -1 : static_cast<LineStore::Index>(random() % model.size());
           const std::string text =
               copied >= 0 ? model[copied] : pieces[random() % 7] + std::string(pieces[random() % 7]);
           store.AddItem(copied >= 0 ? store.List(copied) : std::string_view(text), at);
           model.insert(model.begin() + at, text);
         }
       } else if (action == 1 && count > 0) {
-        auto at = static_cast<std::int32_t>(random() % count);
+        auto at = static_cast<LineStore::Index>(random() % count);
         store.RemoveItem(at);
         model.erase(model.begin() + at);
       } else if (action == 2) {
         // Lines whose first hit stands at an odd place are left alone.
-        std::vector<std::int32_t> left;
+        std::vector<LineStore::Index> left;
         for (std::size_t i = 0; i < model.size(); ++i) {
           const std::size_t at = model[i].find("LOD 0");
           if (at == std::string::npos) continue;
-          if (at % 2) left.push_back(static_cast<std::int32_t>(i));
+          if (at % 2) left.push_back(static_cast<LineStore::Index>(i));
           if (at % 2 == 0) model[i][at + 4] = '1';
         }
         ASSERT_EQ(store.EditLinesHolding("LOD 0", detail::findText,
@@ -116,11 +116,11 @@ TEST(LineStore, AgreesWithAModelThroughRandomEdits) {
       std::string expected;
       for (const std::string& line : model) expected += line + "\r\n";
       ASSERT_EQ(written(store), expected);
-      const auto from = static_cast<std::int32_t>(random() % (model.size() + 2)) - 1;
+      const auto from = static_cast<LineStore::Index>(random() % (model.size() + 2)) - 1;
       auto hit = store.Find(from, "LOD", detail::findText);
-      std::size_t first = static_cast<std::size_t>(std::max(from, 0));
+      std::size_t first = static_cast<std::size_t>(std::max(from, LineStore::Index{0}));
       while (first < model.size() && model[first].find("LOD") == std::string::npos) ++first;
-      ASSERT_EQ(hit ? hit->index : -1, first < model.size() ? static_cast<std::int32_t>(first) : -1);
+      ASSERT_EQ(hit ? hit->index : -1, first < model.size() ? static_cast<LineStore::Index>(first) : -1);
       ASSERT_EQ(hit ? hit->offset : 0, hit ? model[first].find("LOD") : 0);
     }
   }
