@@ -1,7 +1,9 @@
 #include "objectfile/file_transfer.h"
 
 #include <gtest/gtest.h>
+#include <linux/capability.h>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -103,13 +105,20 @@ TEST_F(FileTransfer, ASaveReplacesItsTargetWholeOrNotAtAll) {
   const mode_t umask = ::umask(0);
   ::umask(umask);
   // The child's exit status tells what it showed: 0 nothing, 1 the writer's failure.
-  auto saveInChild = [&](const std::string& target, rlim_t limit, bool asOtherUser, bool second) {
+  auto saveInChild = [&](const std::string& target, rlim_t limit, bool bound, bool second) {
     const pid_t pid = ::fork();
     if (pid != 0) return pid;
     const rlimit cap{limit, limit};
     if (limit != 0) ::setrlimit(RLIMIT_FSIZE, &cap);
-    // Root writes anywhere: the folder is closed to another user instead.
-    if (asOtherUser && ::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) ::_exit(3);
+    // Root writes anywhere: it gives up overriding permissions instead, and stays
+    // the owner, so the folders above the test's own need not be open to others.
+    if (bound && ::geteuid() == 0) {
+      __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+      __user_cap_data_struct caps[2]{};
+      if (::syscall(SYS_capget, &header, caps) != 0) ::_exit(3);
+      caps[0].effective &= ~((1u << CAP_DAC_OVERRIDE) | (1u << CAP_DAC_READ_SEARCH));
+      if (::syscall(SYS_capset, &header, caps) != 0) ::_exit(3);
+    }
     if (second) lod1.AddItem("second");
     SaveFileCombined(frm, target);
     ::_exit(platform.messages == Lines{"Unexpected error in SaveFileCombined: Disk full ( 61)"}
