@@ -69,7 +69,7 @@ bool isWholeNumber(std::string_view text) {
 // Leaving a field puts its value into the normal form. A number that cannot
 // be converted stays as typed: a handler of the focus must not fail.
 void normalizeOnLeave(MaskedEdit& field) {
-  runGuarded([&] { field.SetText(NormalizeAutoLOD(field.Text())); }, [](const RuntimeFailure&) {});
+  silentLeave([&] { field.SetText(NormalizeAutoLOD(field.Text())); });
 }
 
 }  // namespace

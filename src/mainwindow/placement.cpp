@@ -1,10 +1,9 @@
 #include "mainwindow/placement.h"
 
 #include <cstdint>
-#include <exception>
 
 #include "controls/form.h"
-#include "runtime/failure.h"
+#include "runtime/failure_handling.h"
 #include "runtime/platform.h"
 #include "text/number_conversion.h"
 
@@ -12,24 +11,14 @@ namespace korvane {
 
 namespace {
 
-// Centring must never stop a window from opening: a step that fails is given
-// up and the next one runs. ProcessEnded is no failure and passes through.
-template <class Step>
-void ignoringFailure(Step&& step) {
-  try {
-    step();
-  } catch (const RuntimeFailure&) {
-  } catch (const std::exception&) {
-  }
-}
-
 std::int16_t subtract16(std::int16_t a, std::int16_t b) {
   int difference = int{a} - int{b};
   if (difference < INT16_MIN || difference > INT16_MAX) throw RuntimeFailure(failure_number::Overflow);
   return static_cast<std::int16_t>(difference);
 }
 
-// The three measures are 16-bit twips, each starting at 0 and keeping 0 when
+// Centring must never stop a window from opening: a step that fails is given
+// up and the next one runs. The three measures are 16-bit twips, each starting at 0 and keeping 0 when
 // its step fails: a screen beyond 32,767 twips thus puts the window at 0.
 void centreOnAxis(double (*screenMeasure)(Platform&), double (*windowMeasure)(const Form&),
                   void (Form::*setPosition)(double), Form& window) {

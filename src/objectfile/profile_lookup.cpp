@@ -23,7 +23,7 @@ constexpr std::size_t kValueBufferSize = 255;
 std::string GetINIString(Platform& platform, const std::string& section, const std::string& key,
                          const std::string& path) {
   std::string result;
-  runGuarded(
+  reportAndLeave(
       [&] {
         ProfileString answer = GetPrivateProfileString(section, key, kNotFound, kValueBufferSize, path);
         answer.text.resize(answer.count);

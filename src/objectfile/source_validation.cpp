@@ -25,36 +25,35 @@ bool validateSource(Platform& platform, const std::string& path, SourceRole role
     MsgBox(platform, message);
     accepted = false;
   };
-  runGuarded(
-      [&] {
-        if (GetINIString(platform, "Material - 0", "TextureMap", path).empty()) {
-          return refuse("Error Reading KOB File: TextureMap Not Found");
-        }
-        std::string numberOfLOD = GetINIString(platform, "LOD Information", "NumberOfLOD", path);
-        if (numberOfLOD.empty()) return refuse("Error Reading KOB File: NumberOfLOD Not Found");
+  bool finished = silentLeave([&] {
+    if (GetINIString(platform, "Material - 0", "TextureMap", path).empty()) {
+      return refuse("Error Reading KOB File: TextureMap Not Found");
+    }
+    std::string numberOfLOD = GetINIString(platform, "LOD Information", "NumberOfLOD", path);
+    if (numberOfLOD.empty()) return refuse("Error Reading KOB File: NumberOfLOD Not Found");
 
-        // The text counts by what it rounds to: "2.5" is 2, "2 objects" is 2.
-        std::int32_t count = RoundToWhole(LeadingNumber(numberOfLOD), WholeWidth::Bits32);
-        if (role == SourceRole::LOD0) {
-          if (count < 1 || count > 2) return refuse("Error Reading KOB File: Invalid NumberOfLOD");
-        } else {
-          if (count != 1) return refuse("Error Reading KOB File: Invalid NumberOfLOD for LOD 1");
-          // Only its presence counts: the value is never used.
-          if (GetINIString(platform, "LOD 0", "NumberOfSurfaces", path).empty()) {
-            return refuse("Error Reading KOB File: NumberOfSurfaces Not Found");
-          }
-        }
-        // The lookups see the keys of a file whose lines end in LF, but the
-        // stores would hold such lines as one: refused before anything changes.
-        // The bytes are those the lookups have just read, so this costs no read.
-        const SourceText* text = sharedSource(path);
-        if (text == nullptr) {
-          accepted = false;
-        } else if (text->bareLineFeed) {
-          refuse(kBareLineFeedMessage);
-        }
-      },
-      [&](const RuntimeFailure&) { accepted = false; });
+    // The text counts by what it rounds to: "2.5" is 2, "2 objects" is 2.
+    std::int32_t count = RoundToWhole(LeadingNumber(numberOfLOD), WholeWidth::Bits32);
+    if (role == SourceRole::LOD0) {
+      if (count < 1 || count > 2) return refuse("Error Reading KOB File: Invalid NumberOfLOD");
+    } else {
+      if (count != 1) return refuse("Error Reading KOB File: Invalid NumberOfLOD for LOD 1");
+      // Only its presence counts: the value is never used.
+      if (GetINIString(platform, "LOD 0", "NumberOfSurfaces", path).empty()) {
+        return refuse("Error Reading KOB File: NumberOfSurfaces Not Found");
+      }
+    }
+    // The lookups see the keys of a file whose lines end in LF, but the
+    // stores would hold such lines as one: refused before anything changes.
+    // The bytes are those the lookups have just read, so this costs no read.
+    const SourceText* text = sharedSource(path);
+    if (text == nullptr) {
+      accepted = false;
+    } else if (text->bareLineFeed) {
+      refuse(kBareLineFeedMessage);
+    }
+  });
+  if (!finished) accepted = false;
   // A refused file is not read again until it is chosen anew.
   if (!accepted) dropSharedSource();
   return accepted;

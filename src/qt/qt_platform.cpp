@@ -15,7 +15,6 @@
 #include <QStandardPaths>
 #include <QUrl>
 #include <cstdio>
-#include <new>
 #include <stdexcept>
 
 #include "advanced/advanced_settings_window.h"
@@ -26,7 +25,7 @@
 #include "qt/settings_window_view.h"
 #include "qt/text_bytes.h"
 #include "qt/twips.h"
-#include "runtime/failure.h"
+#include "runtime/failure_handling.h"
 #include "runtime/message_box.h"
 #include "runtime/message_frames.h"
 #include "shell/program.h"
@@ -320,29 +319,9 @@ void QtPlatform::quitEventLoop() {
 void QtPlatform::runEntryPoint(std::string_view handler, const std::function<void()>& body) {
   if (m_ended) return;
   const BusyCursor busy(m_busy);
-  auto report = [&](const RuntimeFailure& failure) {
-    try {
-      MsgBox(*this, unexpectedErrorMessage(handler, failure));
-    } catch (const ProcessEnded&) {
-      quitEventLoop();
-    }
-  };
-  try {
-    body();
-  } catch (const ProcessEnded&) {
-    quitEventLoop();
-  } catch (const RuntimeFailure& failure) {
-    report(failure);
-  } catch (const std::bad_alloc&) {
-    report(RuntimeFailure(failure_number::OutOfMemory));
-  } catch (const std::length_error&) {
-    report(RuntimeFailure(failure_number::OutOfMemory));
-  } catch (const std::exception& error) {
-    // Nothing may leave through Qt's event handling; a fault of the program
-    // itself is shown like any other failure rather than ending the run.
-    constexpr int kInternalError = 51;
-    report(RuntimeFailure(kInternalError, error.what()));
-  }
+  bool goesOn = korvane::runEntryPoint(
+      body, [&](const RuntimeFailure& failure) { MsgBox(*this, unexpectedErrorMessage(handler, failure)); });
+  if (!goesOn) quitEventLoop();
 }
 
 QWidget& QtPlatform::windowWidget(Form& window) {

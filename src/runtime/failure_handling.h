@@ -1,9 +1,16 @@
 #pragma once
-// The "report and leave" failure group: the body's remaining steps are
-// dropped, one message box shows, and the procedure returns normally.
+// The one failure policy. Every procedure handles failures in one of four
+// ways, each written here once:
+// - reportAndLeave: the remaining steps are dropped, one message shows, the
+//   procedure returns normally;
+// - silentLeave: the remaining steps are dropped without a word; the caller
+//   learns only that the body did not finish;
+// - ignoringFailure: the step that failed is given up and the next one runs;
+// - runEntryPoint: no handling of the procedure's own; what the author's
+//   handler lets through is shown in the handler's frame where the toolkit
+//   called it.
+// The end of the process (ProcessEnded) is no failure: it always passes on.
 
-#include <new>
-#include <stdexcept>
 #include <string_view>
 
 #include "runtime/failure.h"
@@ -12,26 +19,72 @@
 
 namespace korvane {
 
-// Runs body; a failure in it ends up as the value of onFailure's argument.
-template <class Body, class OnFailure>
-void runGuarded(Body&& body, OnFailure&& onFailure) {
+namespace detail {
+
+// The classifier; call only inside a catch block. A failure the program
+// expects (a RuntimeFailure, memory running out) comes back as the failure to
+// report; anything else, the end of the process included, is thrown on.
+RuntimeFailure expectedFailure();
+
+// As expectedFailure, but a fault of the program itself comes back as
+// failure 51 with its own text; only the end of the process is thrown on.
+RuntimeFailure anyFailure();
+
+}  // namespace detail
+
+template <class Body, class Report>
+void reportAndLeave(Body&& body, Report&& report) {
   try {
     body();
-  } catch (const RuntimeFailure& failure) {
-    onFailure(failure);
-  } catch (const std::bad_alloc&) {
-    onFailure(RuntimeFailure(failure_number::OutOfMemory));
-  } catch (const std::length_error&) {
-    onFailure(RuntimeFailure(failure_number::OutOfMemory));
+  } catch (...) {
+    report(detail::expectedFailure());
   }
 }
 
 // "Unexpected error in <procedure>: ..." for the procedures of the main module.
 template <class Body>
 void reportAndLeave(Platform& platform, std::string_view procedure, Body&& body) {
-  runGuarded(body, [&](const RuntimeFailure& failure) {
+  reportAndLeave(body, [&](const RuntimeFailure& failure) {
     MsgBox(platform, unexpectedErrorMessage(procedure, failure));
   });
+}
+
+// True when the body ran to its end.
+template <class Body>
+bool silentLeave(Body&& body) {
+  try {
+    body();
+    return true;
+  } catch (...) {
+    detail::expectedFailure();
+    return false;
+  }
+}
+
+template <class Step>
+void ignoringFailure(Step&& step) {
+  try {
+    step();
+  } catch (...) {
+    detail::anyFailure();
+  }
+}
+
+// A fault of the program is shown like any failure rather than ending the run,
+// since nothing may leave through the toolkit's event handling. False once
+// the process is to end, also when it ends while the failure is shown.
+template <class Body, class Report>
+bool runEntryPoint(Body&& body, Report&& report) {
+  try {
+    body();
+  } catch (...) {
+    try {
+      report(detail::anyFailure());
+    } catch (const ProcessEnded&) {
+      return false;
+    }
+  }
+  return true;
 }
 
 }  // namespace korvane

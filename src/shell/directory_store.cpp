@@ -13,7 +13,7 @@ namespace korvane {
 std::string GetRegStr(Platform& platform, const std::string& keyPath, const std::string& valueName,
                       std::uint32_t /*hive*/) {
   std::string text;
-  runGuarded(
+  reportAndLeave(
       [&] {
         // A missing key or value and a stored empty text all read as no value.
         std::optional<std::string> stored = platform.readUserValue(keyPath, valueName);
@@ -29,10 +29,7 @@ std::string GetRegStr(Platform& platform, const std::string& keyPath, const std:
 void SetRegStr(Platform& platform, const std::string& valueName, const std::string& data,
                const std::string& keyPath, std::uint32_t /*hive*/) {
   // A store that cannot be written keeps its old value; the author is not told.
-  try {
-    platform.writeUserValue(keyPath, valueName, data);
-  } catch (...) {
-  }
+  ignoringFailure([&] { platform.writeUserValue(keyPath, valueName, data); });
 }
 
 void SaveDefaultDir(Platform& platform) {

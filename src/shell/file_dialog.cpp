@@ -33,31 +33,29 @@ std::string ShowFileDialog(frmKorvane& frm, const std::string& title, const std:
   std::string result;
   dialog.CancelError = true;
   // Cancel and failure end alike: no path, no message, nothing remembered.
-  runGuarded(
-      [&] {
-        // One control serves every dialog, so nothing may carry over from the last one.
-        dialog.DialogTitle = title;
-        dialog.InitDir = initialDirectory;
-        dialog.Filter = filter;
-        dialog.FilterIndex = filterIndex;
-        dialog.FileName = fileName;
+  bool finished = silentLeave([&] {
+    // One control serves every dialog, so nothing may carry over from the last one.
+    dialog.DialogTitle = title;
+    dialog.InitDir = initialDirectory;
+    dialog.Filter = filter;
+    dialog.FilterIndex = filterIndex;
+    dialog.FileName = fileName;
 
-        FileDialogRequest request;
-        request.title = dialog.DialogTitle;
-        request.initialDirectory = dialog.InitDir;
-        request.filter = dialog.Filter;
-        request.filterIndex = dialog.FilterIndex;
-        request.saveMode = saveMode;
-        request.fileName = dialog.FileName;
-        std::optional<std::string> chosen = platform.fileDialog(request);
-        if (!chosen) return;
-        dialog.FileName = *chosen;
+    FileDialogRequest request;
+    request.title = dialog.DialogTitle;
+    request.initialDirectory = dialog.InitDir;
+    request.filter = dialog.Filter;
+    request.filterIndex = dialog.FilterIndex;
+    request.saveMode = saveMode;
+    request.fileName = dialog.FileName;
+    std::optional<std::string> chosen = platform.fileDialog(request);
+    if (!chosen) return;
+    dialog.FileName = *chosen;
 
-        RememberDirectoryOf(platform, *chosen);
-        result = *chosen;
-      },
-      [&](const RuntimeFailure&) { result.clear(); });
-  return result;
+    RememberDirectoryOf(platform, *chosen);
+    result = *chosen;
+  });
+  return finished ? result : std::string();
 }
 
 }  // namespace korvane

@@ -1,5 +1,6 @@
 #include "shell/help.h"
 
+#include "runtime/failure_handling.h"
 #include "runtime/message_box.h"
 #include "runtime/platform.h"
 #include "runtime/shared_strings.h"
@@ -17,15 +18,9 @@ void ViewHelp(Platform& platform) {
   // Each step is given up on its own failure; a launch that never happened
   // counts as a failed one, so the author still hears of it.
   bool launched = false;
-  try {
-    launched = platform.openDocument(HelpDocumentPath(platform));
-  } catch (...) {
-  }
+  ignoringFailure([&] { launched = platform.openDocument(HelpDocumentPath(platform)); });
   if (launched) return;
-  try {
-    MsgBox(platform, "Error launching help file.");
-  } catch (...) {
-  }
+  ignoringFailure([&] { MsgBox(platform, "Error launching help file."); });
 }
 
 }  // namespace korvane

@@ -1,6 +1,6 @@
 #include "shell/program.h"
 
-#include "runtime/failure.h"
+#include "runtime/failure_handling.h"
 #include "runtime/shared_strings.h"
 #include "shell/directory_store.h"
 
@@ -22,25 +22,10 @@ void Program::Main() {
   m_platform.showWindow(main);
 }
 
-namespace {
-
-// A step of the exit that fails is given up and the next one runs; only the
-// end of the process itself may travel on.
-template <class Step>
-void ignoringFailures(Step&& step) {
-  try {
-    step();
-  } catch (const ProcessEnded&) {
-    throw;
-  } catch (...) {
-  }
-}
-
-}  // namespace
-
 void Program::ExitProgram() {
+  // A step of the exit that fails is given up and the next one runs.
   // A settings window that was never touched is not brought into being here.
-  ignoringFailures([&] {
+  ignoringFailure([&] {
     if (m_advanced && !m_advancedClosed) {
       m_advancedClosed = true;
       m_platform.unloadWindow(*m_advanced);
@@ -49,10 +34,10 @@ void Program::ExitProgram() {
   // Closing the main window raises its Form_QueryUnload, which runs this
   // procedure again, inside this call. That inner run finds the window already
   // closing and goes straight on to the end, so this call never continues.
-  ignoringFailures([&] {
+  ignoringFailure([&] {
     if (m_main) m_main->RequestClose();
   });
-  ignoringFailures([&] { m_platform.endProcess(); });
+  ignoringFailure([&] { m_platform.endProcess(); });
   throw ProcessEnded{};
 }
 

@@ -146,11 +146,11 @@ std::string substituteAll(std::string_view text, std::string_view search, std::s
 std::string GetElement(Platform& platform, std::string_view text, std::string_view delimiter,
                        std::int16_t index) {
   std::string result;
-  runGuarded([&] { result = elementAt(text, delimiter, index); },
-             [&](const RuntimeFailure& failure) {
-               result.clear();
-               MsgBox(platform, textFunctionErrorMessage("GetElement", failure));
-             });
+  reportAndLeave([&] { result = elementAt(text, delimiter, index); },
+                 [&](const RuntimeFailure& failure) {
+                   result.clear();
+                   MsgBox(platform, textFunctionErrorMessage("GetElement", failure));
+                 });
   return result;
 }
 
@@ -160,7 +160,7 @@ std::string GetFileName(Platform& platform, std::string_view path) {
   // One walk serves every index: asking GetElement for index 0, 1, 2, ... in
   // turn meets the same elements and the same failures, each shown once.
   std::string_view last;
-  runGuarded(
+  reportAndLeave(
       [&] {
         ElementWalk walk(copy, "\\");
         if (skipFirst) walk.next();
@@ -177,11 +177,11 @@ std::string GetFileName(Platform& platform, std::string_view path) {
 std::string Substitute(Platform& platform, std::string_view text, std::string_view search,
                        std::string_view replacement) {
   std::string result;
-  runGuarded([&] { result = substituteAll(text, search, replacement); },
-             [&](const RuntimeFailure& failure) {
-               result.clear();
-               MsgBox(platform, textFunctionErrorMessage("Substitute", failure));
-             });
+  reportAndLeave([&] { result = substituteAll(text, search, replacement); },
+                 [&](const RuntimeFailure& failure) {
+                   result.clear();
+                   MsgBox(platform, textFunctionErrorMessage("Substitute", failure));
+                 });
   return result;
 }
 
