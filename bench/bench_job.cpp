@@ -2,13 +2,14 @@
 
 #include <chrono>
 #include <numeric>
+#include <optional>
 #include <utility>
 
 #include "advanced/autolod.h"
 #include "mainwindow/color_key_editor.h"
 #include "mainwindow/source_loading.h"
-#include "objectfile/file_transfer.h"
-#include "objectfile/profile_lookup.h"
+#include "mainwindow/window_procedures.h"
+#include "objectfile/source_snapshot.h"
 #include "objectfile/source_validation.h"
 #include "rewrite/lod_merge.h"
 #include "rewrite/material_lines.h"
@@ -57,31 +58,33 @@ JobOutcome runJobInSteps(const JobFiles& files) {
     frmKorvane& frm = program.MainWindow();
     auto& t = outcome.steps.seconds;
 
+    std::optional<SourceSnapshot> lod0;
+    std::optional<SourceSnapshot> lod1;
     // What btnBrowseLOD0_Click does once the dialog has given the path.
     t[kLookupsLOD0] = timed([&] {
-      FlushProfileCache(files.lod0);
-      if (!ValidateFileLOD0(platform, files.lod0)) return;
+      lod0.emplace(files.lod0);
+      if (!ValidateFileLOD0(platform, *lod0)) return;
       frm.txtFilePathLOD0.SetText(files.lod0);
-      ReadTextureMap(frm, files.lod0);
-      ReadColorKeyINI(frm, files.lod0);
-      ReadNumberOfLOD(frm, files.lod0);
+      ReadTextureMap(frm, *lod0);
+      ReadColorKeyINI(frm, *lod0);
+      ReadNumberOfLOD(frm, *lod0);
     });
-    t[kReadLOD0] = timed([&] { ReadFileLOD0(frm, files.lod0); });
+    t[kReadLOD0] = timed([&] { ReadFileLOD0(frm, std::move(*lod0)); });
 
     // The opening branch of chkAddLOD1_Click. The box goes to 1 with its
     // handler held back, since the handler is what these steps replay.
     // Without a LOD 1 source, the LOD 0 source holds two LODs already.
     if (!files.lod1.empty())
       t[kLookupsLOD1] = timed([&] {
-        FlushProfileCache(files.lod1);
-        if (!ValidateFileLOD1(platform, files.lod1)) return;
+        lod1.emplace(files.lod1);
+        if (!ValidateFileLOD1(platform, *lod1)) return;
         auto handler = std::exchange(frm.chkAddLOD1.onClick, nullptr);
         frm.chkAddLOD1.SetValue(1);
         frm.chkAddLOD1.onClick = std::move(handler);
         UseDefaultAutoLOD(program);
         frm.txtFilePathLOD1.SetText(files.lod1);
       });
-    if (!files.lod1.empty()) t[kReadLOD1] = timed([&] { ReadFileLOD1(frm, files.lod1); });
+    if (!files.lod1.empty()) t[kReadLOD1] = timed([&] { ReadFileLOD1(frm, std::move(*lod1)); });
 
     // btnSaveAs_Click once the dialog has given the path.
     t[kTextureMap] = timed([&] { UpdateTextureMapLOD0(frm); });

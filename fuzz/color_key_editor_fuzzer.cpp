@@ -5,6 +5,7 @@
 
 #include "fuzz_support.h"
 #include "mainwindow/color_key_editor.h"
+#include "objectfile/source_snapshot.h"
 #include "runtime/failure.h"
 
 using namespace korvane;
@@ -98,7 +99,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         text = input.ConsumeRandomLengthString(16);
         log += "\n  a source with ColorKey=" + shown(text) + " read";
         writeBytes(scratchFile("colorkey.kob"), "[Material - 0]\r\nColorKey=" + text + "\r\n");
-        ReadColorKeyINI(frm, scratchFile("colorkey.kob"));
+        ReadColorKeyINI(frm, SourceSnapshot(scratchFile("colorkey.kob")));
         // A value the controls refuse may stop the reading, never anything else.
         std::erase(platform.messages, "Unexpected error in ReadColorKeyINI: Invalid property value ( 380)");
         break;

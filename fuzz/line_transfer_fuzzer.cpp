@@ -10,7 +10,8 @@
 #include <string_view>
 
 #include "fuzz_support.h"
-#include "objectfile/file_transfer.h"
+#include "mainwindow/window_procedures.h"
+#include "objectfile/source_snapshot.h"
 #include "rewrite/lod_merge.h"
 
 using namespace korvane;
@@ -48,9 +49,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto marker = std::find(lines.begin(), lines.end(), "[LOD 0]");
   const Lines lod1Lines(marker, lines.end());
 
-  ReadFileLOD0(frm, sourcePath);
+  ReadFileLOD0(frm, SourceSnapshot(sourcePath));
   checkStore(lod0, lines, "ReadFileLOD0 of " + shown(source));
-  ReadFileLOD1(frm, sourcePath);
+  ReadFileLOD1(frm, SourceSnapshot(sourcePath));
   checkStore(lod1, lod1Lines, "ReadFileLOD1 of " + shown(source));
   SaveFileLOD0(frm, savedPath);
   FUZZ_CHECK(readBytes(savedPath) == crlf(lines), "SaveFileLOD0 of the lines of " + shown(source));
@@ -58,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   SaveFileCombined(frm, scratchFile("combined.kob"));
   FUZZ_CHECK(readBytes(scratchFile("combined.kob")) == crlf(lines) + crlf(lod1Lines),
              "SaveFileCombined of the lines of " + shown(source));
-  ReadFileLOD0(frm, savedPath);
+  ReadFileLOD0(frm, SourceSnapshot(savedPath));
   checkStore(lod0, lines, "reading the saved file back");
   FUZZ_CHECK(session.platform.messages.empty(),
              "a transfer showed " + shown(crlf(session.platform.messages)));

@@ -12,6 +12,7 @@
 
 #include "fuzz_support.h"
 #include "objectfile/profile_lookup.h"
+#include "objectfile/source_snapshot.h"
 
 using namespace korvane;
 using namespace korvane::fuzzing;
@@ -89,9 +90,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   writeBytes(path, file);
 
   HeadlessPlatform platform;
-  // The file is new on disk, as after a fresh choice of the author.
-  FlushProfileCache(path);
-  const std::string first = GetINIString(platform, section, key, path);
+  // The lookup of an opening's snapshot and one of its own agree.
+  const std::string first = GetINIString(platform, section, key, SourceSnapshot(path));
   const std::string second = GetINIString(platform, section, key, path);
   const std::string expected = expectedValue(file, section, key);
   const std::string context = "\nsection " + shown(section) + " key " + shown(key) + " file " + shown(file);

@@ -29,7 +29,7 @@
 #include "fuzz_support.h"
 #include "mainwindow/save_as.h"
 #include "mainwindow/source_loading.h"
-#include "objectfile/file_transfer.h"
+#include "mainwindow/window_procedures.h"
 
 using namespace korvane;
 using namespace korvane::fuzzing;
@@ -139,7 +139,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (flags & 4) {
     const char* saver = frm.chkAddLOD1.Value() > 0 ? "SaveFileCombined" : "SaveFileLOD0";
     platform.messages.clear();
-    (frm.chkAddLOD1.Value() > 0 ? SaveFileCombined : SaveFileLOD0)(frm, scratchFile("full.kob"));
+    if (frm.chkAddLOD1.Value() > 0) {
+      SaveFileCombined(frm, scratchFile("full.kob"));
+    } else {
+      SaveFileLOD0(frm, scratchFile("full.kob"));
+    }
     FUZZ_CHECK(platform.messages.empty(), "saving again failed: " + shown(crlf(platform.messages)));
     full = readBytes(scratchFile("full.kob"));
     FUZZ_CHECK(output == (limit < full.size() ? std::string(kOldTarget) : full),

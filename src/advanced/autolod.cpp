@@ -87,19 +87,19 @@ std::string FormatAutoLODForDisplay(std::string_view text) {
   }
 }
 
-void ReadAutoLODinfo(Program& program, const std::string& path) {
+void ReadAutoLODinfo(Program& program, const SourceSnapshot& source) {
   Platform& platform = program.platform();
   reportAndLeave(platform, "ReadAutoLODinfo", [&] {
     frmAdvancedSettings& settings = program.AdvancedSettings();
     // Both keys are read whatever became of the first.
-    std::string value = GetINIString(platform, "LOD Information", "AutoLOD#0", path);
+    std::string value = GetINIString(platform, "LOD Information", "AutoLOD#0", source);
     if (value.empty()) {
       MsgBox(platform, "AutoLOD#0 not found.  Using default value...");
       settings.mskAutoLOD0.SetText(kDefaultAutoLOD0);
     } else {
       settings.mskAutoLOD0.SetText(NormalizeAutoLOD(value));
     }
-    value = GetINIString(platform, "LOD Information", "AutoLOD#1", path);
+    value = GetINIString(platform, "LOD Information", "AutoLOD#1", source);
     if (value.empty()) {
       MsgBox(platform, "AutoLOD#1 not found.  Using default value...");
       settings.mskAutoLOD1.SetText(kDefaultAutoLOD1);

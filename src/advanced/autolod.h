@@ -8,6 +8,7 @@
 namespace korvane {
 
 class Program;
+class SourceSnapshot;
 class frmKorvane;
 class frmAdvancedSettings;
 
@@ -20,7 +21,7 @@ std::string NormalizeAutoLOD(std::string_view text);
 // How a field shows its text while it does not have the focus.
 std::string FormatAutoLODForDisplay(std::string_view text);
 
-void ReadAutoLODinfo(Program& program, const std::string& path);
+void ReadAutoLODinfo(Program& program, const SourceSnapshot& source);
 void UseDefaultAutoLOD(Program& program);
 
 void btnAdvancedSettings_Click(frmKorvane& frm);

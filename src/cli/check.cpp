@@ -10,6 +10,7 @@
 
 #include "mainwindow/color_key_editor.h"
 #include "objectfile/profile_lookup.h"
+#include "objectfile/source_snapshot.h"
 #include "rewrite/keyword_scan.h"
 #include "runtime/failure.h"
 #include "runtime/headless_platform.h"
@@ -189,7 +190,8 @@ class Checker {
     Program program(quiet);
     frmKorvane& frm = program.MainWindow();
     frm.Form_Load();
-    ReadColorKeyINI(frm, m_path);
+    SourceSnapshot source(m_path);
+    ReadColorKeyINI(frm, source);
     int line = located(kColorKey);
     if (frm.chkAddColorKey.Value() == 0) {
       add(line, "the ColorKey editor refuses " + inQuotes(text) +
@@ -199,7 +201,8 @@ class Checker {
     std::string shown =
         frm.mskColorKey0.Text() + "," + frm.mskColorKey1.Text() + "," + frm.mskColorKey2.Text();
     if (shown != text)
-      add(line, "the ColorKey editor changes " + inQuotes(text) + " to " + shown + ", and saving writes that");
+      add(line,
+          "the ColorKey editor changes " + inQuotes(text) + " to " + shown + ", and saving writes that");
   }
 
   static std::optional<std::int32_t> wholeNumber(const std::string& text) {
@@ -213,8 +216,8 @@ class Checker {
   void checkNumberOfLOD(const std::string& text, std::optional<std::int32_t> number) {
     int line = located(kNumberOfLOD);
     if (!number) {
-      add(line,
-          "NumberOfLOD " + inQuotes(text) + " is out of range: the window refuses this file without a message");
+      add(line, "NumberOfLOD " + inQuotes(text) +
+                    " is out of range: the window refuses this file without a message");
     } else if (*number != 1 && *number != 2) {
       add(line, "NumberOfLOD " + inQuotes(text) + " counts as " + std::to_string(*number) +
                     ": the window refuses this file (\"Error Reading KOB File: Invalid NumberOfLOD\")");

@@ -62,10 +62,10 @@ void chkAddColorKey_Click(frmKorvane& frm) {
   setColorKeyGroupEnabled(frm, frm.chkAddColorKey.Value() != 0);
 }
 
-void ReadColorKeyINI(frmKorvane& frm, const std::string& path) {
+void ReadColorKeyINI(frmKorvane& frm, const SourceSnapshot& source) {
   Platform& platform = frm.platform();
   reportAndLeave(platform, "ReadColorKeyINI", [&] {
-    const std::string value = GetINIString(platform, "Material - 0", "ColorKey", path);
+    const std::string value = GetINIString(platform, "Material - 0", "ColorKey", source);
     if (value.empty()) {
       // No ColorKey: the editor goes off but keeps whatever colour it shows.
       setColorKeyGroupEnabled(frm, false);

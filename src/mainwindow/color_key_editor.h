@@ -7,11 +7,12 @@
 namespace korvane {
 
 class frmKorvane;
+class SourceSnapshot;
 
 void mskColorKey_Change(frmKorvane& frm, int channel);
 void vscrlColorKey_Change(frmKorvane& frm, int channel);
 void sldColorKey_Change(frmKorvane& frm, int channel);
 void chkAddColorKey_Click(frmKorvane& frm);
-void ReadColorKeyINI(frmKorvane& frm, const std::string& path);
+void ReadColorKeyINI(frmKorvane& frm, const SourceSnapshot& source);
 
 }  // namespace korvane

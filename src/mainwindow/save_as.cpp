@@ -1,7 +1,7 @@
 #include "mainwindow/save_as.h"
 
 #include "mainwindow/main_window.h"
-#include "objectfile/file_transfer.h"
+#include "mainwindow/window_procedures.h"
 #include "rewrite/lod_merge.h"
 #include "rewrite/material_lines.h"
 #include "runtime/message_box.h"

@@ -2,13 +2,15 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "advanced/autolod.h"
 #include "mainwindow/color_key_editor.h"
 #include "mainwindow/main_window.h"
-#include "objectfile/file_transfer.h"
+#include "mainwindow/window_procedures.h"
 #include "objectfile/profile_lookup.h"
+#include "objectfile/source_snapshot.h"
 #include "objectfile/source_validation.h"
 #include "runtime/failure_handling.h"
 #include "runtime/message_box.h"
@@ -55,10 +57,12 @@ void btnBrowseLOD0_Click(frmKorvane& frm) {
 
 void OpenSourceLOD0(frmKorvane& frm, const std::string& path) {
   if (path.empty()) return;
-  FlushProfileCache(path);
+  // One opening reads the file once: its validation, lookups and store all
+  // see the bytes of this snapshot.
+  SourceSnapshot source(path);
   // Every change to the window comes after the validation, so a refused file
   // leaves whatever was loaded as it was.
-  if (!ValidateFileLOD0(frm.platform(), path)) return;
+  if (!ValidateFileLOD0(frm.platform(), source)) return;
 
   frm.lstDataLOD1.Store().Clear();
   // Dropping a loaded LOD 1 (or a grayed box) runs the box's closing branch.
@@ -71,10 +75,10 @@ void OpenSourceLOD0(frmKorvane& frm, const std::string& path) {
   frm.txtFilePathLOD0.SetText(path);
 
   // The lines are read last; each step runs whatever became of the one before.
-  ReadTextureMap(frm, path);
-  ReadColorKeyINI(frm, path);
-  ReadNumberOfLOD(frm, path);
-  ReadFileLOD0(frm, path);
+  ReadTextureMap(frm, source);
+  ReadColorKeyINI(frm, source);
+  ReadNumberOfLOD(frm, source);
+  ReadFileLOD0(frm, std::move(source));
 }
 
 void btnBrowseLOD1_Click(frmKorvane& frm) {
@@ -83,19 +87,17 @@ void btnBrowseLOD1_Click(frmKorvane& frm) {
 
 void SwapSourceLOD1(frmKorvane& frm, const std::string& path) {
   if (path.empty()) return;
-  FlushProfileCache(path);
-  if (!ValidateFileLOD1(frm.platform(), path)) return;
+  SourceSnapshot source(path);
+  if (!ValidateFileLOD1(frm.platform(), source)) return;
   // A swap of the LOD 1 source keeps the AutoLOD values the author set.
   frm.txtFilePathLOD1.SetText(path);
-  ReadFileLOD1(frm, path);
+  ReadFileLOD1(frm, std::move(source));
 }
 
 void AddSourceLOD1(frmKorvane& frm, const std::string& path) {
-  bool accepted = false;
-  if (!path.empty()) {
-    FlushProfileCache(path);
-    accepted = ValidateFileLOD1(frm.platform(), path);
-  }
+  std::optional<SourceSnapshot> source;
+  if (!path.empty()) source.emplace(path);
+  bool accepted = source && ValidateFileLOD1(frm.platform(), *source);
   if (!accepted) {
     // Unchecking runs the box's handler again, inside the set, on its closing
     // branch; nothing is left to do here afterwards.
@@ -109,7 +111,7 @@ void AddSourceLOD1(frmKorvane& frm, const std::string& path) {
   UseDefaultAutoLOD(frm.program());
   frm.btnAdvancedSettings.SetEnabled(true);
   frm.txtFilePathLOD1.SetText(path);
-  ReadFileLOD1(frm, path);
+  ReadFileLOD1(frm, std::move(*source));
 }
 
 void btnBrowseTextureMap_Click(frmKorvane& frm) {
@@ -155,21 +157,21 @@ bool HandFileToFrame(frmKorvane& frm, SourceFrame frame, const std::string& path
   return true;
 }
 
-void ReadTextureMap(frmKorvane& frm, const std::string& path) {
+void ReadTextureMap(frmKorvane& frm, const SourceSnapshot& source) {
   Platform& platform = frm.platform();
   reportAndLeave(platform, "ReadTextureMap", [&] {
     frm.txtTextureMap.SetText("");
     // A path in the value stays in the field as it stands.
-    frm.txtTextureMap.SetText(GetINIString(platform, "Material - 0", "TextureMap", path));
+    frm.txtTextureMap.SetText(GetINIString(platform, "Material - 0", "TextureMap", source));
   });
 }
 
-void ReadNumberOfLOD(frmKorvane& frm, const std::string& path) {
+void ReadNumberOfLOD(frmKorvane& frm, const SourceSnapshot& source) {
   Platform& platform = frm.platform();
   reportAndLeave(platform, "ReadNumberOfLOD", [&] {
-    std::string text = GetINIString(platform, "LOD Information", "NumberOfLOD", path);
-    // Only a file changed since its validation gets here without the key; the
-    // load then goes on as for one LOD, with the number 0.
+    std::string text = GetINIString(platform, "LOD Information", "NumberOfLOD", source);
+    // The validation found the key in these very bytes; should the lookup
+    // fail all the same, the load goes on as for one LOD, with the number 0.
     if (text.empty()) MsgBox(platform, "Error Reading the KOB file");
     std::int32_t number = RoundToWhole(LeadingNumber(text), WholeWidth::Bits32);
     frm.lblLODnum.SetCaption("");
@@ -177,7 +179,7 @@ void ReadNumberOfLOD(frmKorvane& frm, const std::string& path) {
     if (number >= 2) {
       // The box stays disabled from the LOD 0 click: a grayed box is not the author's to change.
       frm.chkAddLOD1.SetValue(2);
-      ReadAutoLODinfo(frm.program(), path);
+      ReadAutoLODinfo(frm.program(), source);
       // Only now: the closing branch run by the set above has just disabled it.
       frm.btnAdvancedSettings.SetEnabled(true);
     } else {

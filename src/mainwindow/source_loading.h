@@ -7,6 +7,7 @@
 namespace korvane {
 
 class frmKorvane;
+class SourceSnapshot;
 
 void btnBrowseLOD0_Click(frmKorvane& frm);
 void btnBrowseLOD1_Click(frmKorvane& frm);
@@ -29,7 +30,7 @@ bool FrameTakesFile(const frmKorvane& frm, SourceFrame frame);
 // What choosing the file in that frame's dialog does, directory remembered
 // and all. False, with nothing changed, where the frame takes no file now.
 bool HandFileToFrame(frmKorvane& frm, SourceFrame frame, const std::string& path);
-void ReadTextureMap(frmKorvane& frm, const std::string& path);
-void ReadNumberOfLOD(frmKorvane& frm, const std::string& path);
+void ReadTextureMap(frmKorvane& frm, const SourceSnapshot& source);
+void ReadNumberOfLOD(frmKorvane& frm, const SourceSnapshot& source);
 
 }  // namespace korvane

@@ -2,10 +2,9 @@
 
 #include <string_view>
 
-#include "mainwindow/main_window.h"
 #include "objectfile/line_store.h"
 #include "objectfile/line_writer.h"
-#include "objectfile/source_text.h"
+#include "objectfile/source_snapshot.h"
 #include "runtime/failure.h"
 #include "runtime/failure_handling.h"
 #include "text/byte_scan.h"
@@ -26,11 +25,10 @@ void writeStore(LineWriter& writer, const LineStore& store) {
 }
 
 // The bytes that the lookups of this opening read, or else the file anew.
-void loadSource(LineStore& store, const std::string& path) {
+void loadSource(LineStore& store, SourceSnapshot& source) {
   SourceText text;
-  if (takeSharedSource(path, text)) return store.Load(std::move(text));
   try {
-    readSource(path, text);
+    source.moveTo(text);
   } catch (const RuntimeFailure&) {
     // The lines that ended before a failing read stay stored.
     store.Load(std::move(text));
@@ -41,18 +39,16 @@ void loadSource(LineStore& store, const std::string& path) {
 
 }  // namespace
 
-void ReadFileLOD0(frmKorvane& frm, const std::string& path) {
-  reportAndLeave(frm.platform(), "ReadFileLOD0", [&] {
-    LineStore& store = frm.lstDataLOD0.Store();
+void ReadFileLOD0(Platform& platform, LineStore& store, SourceSnapshot&& source) {
+  reportAndLeave(platform, "ReadFileLOD0", [&] {
     // Cleared before the file is opened, so a file that fails leaves no old lines.
     store.Clear();
-    loadSource(store, path);
+    loadSource(store, source);
   });
 }
 
-void ReadFileLOD1(frmKorvane& frm, const std::string& path) {
-  reportAndLeave(frm.platform(), "ReadFileLOD1", [&] {
-    LineStore& store = frm.lstDataLOD1.Store();
+void ReadFileLOD1(Platform& platform, LineStore& store, SourceSnapshot&& source) {
+  reportAndLeave(platform, "ReadFileLOD1", [&] {
     store.Clear();
     // Whatever happens, only the lines from the marker on may stay stored.
     struct KeepFromMarker {
@@ -69,23 +65,24 @@ void ReadFileLOD1(frmKorvane& frm, const std::string& path) {
         while (marker-- > 0) store.RemoveItem(0);
       }
     } keep{store};
-    loadSource(store, path);
+    loadSource(store, source);
   });
 }
 
-void SaveFileLOD0(frmKorvane& frm, const std::string& path) {
-  reportAndLeave(frm.platform(), "SaveFileLOD0", [&] {
+void SaveFileLOD0(Platform& platform, const LineStore& lod0, const std::string& path) {
+  reportAndLeave(platform, "SaveFileLOD0", [&] {
     LineWriter writer(path);
-    writeStore(writer, frm.lstDataLOD0.Store());
+    writeStore(writer, lod0);
     writer.close();
   });
 }
 
-void SaveFileCombined(frmKorvane& frm, const std::string& path) {
-  reportAndLeave(frm.platform(), "SaveFileCombined", [&] {
+void SaveFileCombined(Platform& platform, const LineStore& lod0, const LineStore& lod1,
+                      const std::string& path) {
+  reportAndLeave(platform, "SaveFileCombined", [&] {
     LineWriter writer(path);
-    writeStore(writer, frm.lstDataLOD0.Store());
-    writeStore(writer, frm.lstDataLOD1.Store());
+    writeStore(writer, lod0);
+    writeStore(writer, lod1);
     writer.close();
   });
 }

@@ -1,23 +1,28 @@
 #pragma once
-// Moving lines between files on disk and the main window's line stores.
+// Moving lines between files on disk and line stores.
 // Reading: CR and CR LF end a line, a lone LF stays in the line, no extra line
 // at the end, an empty file gives none. Writing: every line ends in CR LF, and
 // the target takes its new content whole or, when the save fails, keeps its
 // old one (LineWriter).
 // Each procedure reports its own failure ("Unexpected error in <name>: ...")
-// and returns normally.
+// and returns normally. The window's own versions, which hand over its
+// stores, are in mainwindow/window_procedures.h.
 
 #include <string>
 
 namespace korvane {
 
-class frmKorvane;
+class LineStore;
+class Platform;
+class SourceSnapshot;
 
-void ReadFileLOD0(frmKorvane& frm, const std::string& path);
+// The store takes the snapshot's bytes; reading them now if no lookup has.
+void ReadFileLOD0(Platform& platform, LineStore& store, SourceSnapshot&& source);
 // Stores the lines from the first line that is exactly "[LOD 0]" on.
-void ReadFileLOD1(frmKorvane& frm, const std::string& path);
-void SaveFileLOD0(frmKorvane& frm, const std::string& path);
-// lstDataLOD0, then lstDataLOD1, with nothing between them.
-void SaveFileCombined(frmKorvane& frm, const std::string& path);
+void ReadFileLOD1(Platform& platform, LineStore& store, SourceSnapshot&& source);
+void SaveFileLOD0(Platform& platform, const LineStore& lod0, const std::string& path);
+// lod0, then lod1, with nothing between them.
+void SaveFileCombined(Platform& platform, const LineStore& lod0, const LineStore& lod1,
+                      const std::string& path);
 
 }  // namespace korvane

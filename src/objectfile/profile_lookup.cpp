@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "objectfile/profile_service.h"
-#include "objectfile/source_text.h"
+#include "objectfile/source_snapshot.h"
 #include "runtime/failure_handling.h"
 #include "runtime/message_box.h"
 #include "runtime/message_frames.h"
@@ -21,11 +21,11 @@ constexpr std::size_t kValueBufferSize = 255;
 }  // namespace
 
 std::string GetINIString(Platform& platform, const std::string& section, const std::string& key,
-                         const std::string& path) {
+                         const SourceSnapshot& source) {
   std::string result;
   reportAndLeave(
       [&] {
-        ProfileString answer = GetPrivateProfileString(section, key, kNotFound, kValueBufferSize, path);
+        ProfileString answer = GetPrivateProfileString(section, key, kNotFound, kValueBufferSize, source);
         answer.text.resize(answer.count);
         if (answer.text != kNotFound) result = std::move(answer.text);
       },
@@ -36,10 +36,13 @@ std::string GetINIString(Platform& platform, const std::string& section, const s
   return result;
 }
 
-// The service keeps the bytes of the file it last read, so that the lookups,
-// the validation and the store of one opening share one read.
-void FlushProfileCache(const std::string&) {
-  dropSharedSource();
+std::string GetINIString(Platform& platform, const std::string& section, const std::string& key,
+                         const std::string& path) {
+  return GetINIString(platform, section, key, SourceSnapshot(path));
+}
+
+void FlushProfileCache(SourceSnapshot& source) {
+  source = SourceSnapshot(source.path());
 }
 
 }  // namespace korvane

@@ -6,15 +6,20 @@
 namespace korvane {
 
 class Platform;
+class SourceSnapshot;
 
 // The value, or the empty string for everything that is not a value (missing
 // file, section or key, empty value, the value "NotFound"). At most 254
 // characters. A failure shows "Unexpected error in GetINIString. " LF ... and
 // gives the empty string.
 std::string GetINIString(Platform& platform, const std::string& section, const std::string& key,
+                         const SourceSnapshot& source);
+// A lookup of its own, in the file as it now stands on disk.
+std::string GetINIString(Platform& platform, const std::string& section, const std::string& key,
                          const std::string& path);
 
-// Makes the next lookups see the file as it now stands on disk.
-void FlushProfileCache(const std::string& path);
+// Reads the snapshot's file anew, so that its next lookup sees the file as it
+// now stands on disk.
+void FlushProfileCache(SourceSnapshot& source);
 
 }  // namespace korvane

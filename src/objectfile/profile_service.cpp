@@ -3,7 +3,7 @@
 #include <cstring>
 #include <optional>
 
-#include "objectfile/source_text.h"
+#include "objectfile/source_snapshot.h"
 #include "text/byte_scan.h"
 
 namespace korvane {
@@ -246,9 +246,9 @@ class ProfileScanner {
 };
 
 std::optional<std::string> lookUp(std::string_view section, std::string_view key, std::size_t limit,
-                                  const std::string& path) {
+                                  const SourceSnapshot& source) {
   // A file that cannot be read has no keys.
-  const SourceText* text = sharedSource(path);
+  const SourceText* text = source.text();
   if (text == nullptr) return std::nullopt;
   const char* begin = text->bytes.get();
   const char* const end = begin + text->size;
@@ -264,10 +264,10 @@ std::optional<std::string> lookUp(std::string_view section, std::string_view key
 
 ProfileString GetPrivateProfileString(std::string_view section, std::string_view key,
                                       std::string_view defaultValue, std::size_t size,
-                                      const std::string& path) {
+                                      const SourceSnapshot& source) {
   // One place of the caller's buffer is the terminator's.
   std::size_t limit = size == 0 ? 0 : size - 1;
-  std::optional<std::string> value = lookUp(section, key, limit, path);
+  std::optional<std::string> value = lookUp(section, key, limit, source);
   ProfileString result;
   result.text = value ? std::move(*value) : std::string(defaultValue.substr(0, limit));
   result.count = result.text.size();

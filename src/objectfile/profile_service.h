@@ -14,15 +14,17 @@
 // - Section and key names match without regard to ASCII case. Only the first
 //   section of the name is searched, and in it the first line of the key.
 // - A UTF-8 byte-order mark at the head of the file is skipped.
-// - The file is read whole once and kept until FlushProfileCache, or until it
-//   changes on disk; it is never changed. The scan skips from line end to
-//   line end, and outside the section from head to head.
+// - The bytes are those of the opening's snapshot; the file is never changed.
+//   The scan skips from line end to line end, and outside the section from
+//   head to head.
 
 #include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace korvane {
+
+class SourceSnapshot;
 
 struct ProfileString {
   // The value or the default, cut to one character less than the size.
@@ -35,6 +37,6 @@ struct ProfileString {
 // key does: it is no failure.
 ProfileString GetPrivateProfileString(std::string_view section, std::string_view key,
                                       std::string_view defaultValue, std::size_t size,
-                                      const std::string& path);
+                                      const SourceSnapshot& source);
 
 }  // namespace korvane

@@ -1,7 +1,5 @@
 #include "objectfile/source_text.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cstring>
 
@@ -15,40 +13,6 @@ namespace {
 // Counting the line ends of each piece right after it arrives finds it still
 // in the processor's cache.
 constexpr std::size_t kReadPiece = std::size_t{256} << 10;
-
-struct FileIdentity {
-  dev_t device = 0;
-  ino_t inode = 0;
-  off_t size = 0;
-  timespec modified{};
-  timespec changed{};
-
-  bool operator==(const FileIdentity& other) const {
-    return device == other.device && inode == other.inode && size == other.size &&
-           modified.tv_sec == other.modified.tv_sec && modified.tv_nsec == other.modified.tv_nsec &&
-           changed.tv_sec == other.changed.tv_sec && changed.tv_nsec == other.changed.tv_nsec;
-  }
-};
-
-bool identify(const std::string& path, FileIdentity& identity) {
-  struct stat info {};
-  if (::stat(path.c_str(), &info) != 0) return false;
-  identity = {info.st_dev, info.st_ino, info.st_size, info.st_mtim, info.st_ctim};
-  return true;
-}
-
-// The bytes read for one path; a second file opened replaces them.
-struct SharedSource {
-  bool held = false;
-  std::string path;
-  FileIdentity identity;
-  SourceText text;
-};
-
-SharedSource& shared() {
-  static SharedSource source;
-  return source;
-}
 
 void takeCounts(detail::LineEndCounter& counter, SourceText& text) {
   text.carriageReturns = counter.carriageReturns();
@@ -105,40 +69,6 @@ SourceText sourceOf(std::string_view bytes) {
   counter.add(bytes.data(), bytes.data() + bytes.size());
   takeCounts(counter, text);
   return text;
-}
-
-const SourceText* sharedSource(const std::string& path) {
-  SharedSource& source = shared();
-  FileIdentity identity;
-  if (!identify(path, identity)) return nullptr;
-  if (source.held && source.path == path && source.identity == identity) return &source.text;
-  dropSharedSource();
-  try {
-    readSource(path, source.text);
-  } catch (const RuntimeFailure&) {
-    source.text = SourceText{};
-    return nullptr;
-  }
-  source.held = true;
-  source.path = path;
-  source.identity = identity;
-  return &source.text;
-}
-
-bool takeSharedSource(const std::string& path, SourceText& text) {
-  SharedSource& source = shared();
-  FileIdentity identity;
-  bool fresh = source.held && source.path == path && identify(path, identity) && source.identity == identity;
-  if (fresh) text = std::move(source.text);
-  dropSharedSource();
-  return fresh;
-}
-
-void dropSharedSource() {
-  SharedSource& source = shared();
-  source.held = false;
-  source.path.clear();
-  source.text = SourceText{};
 }
 
 }  // namespace korvane

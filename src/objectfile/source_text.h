@@ -1,8 +1,6 @@
 #pragma once
 // A source file's bytes, read whole in one go and the file closed at once, so
-// that the author may save over it. The lookups, the validation and the store
-// of one opening share a single read: the bytes stay here from the first
-// lookup until the store adopts them or FlushProfileCache drops them.
+// that the author may save over it.
 
 #include <cstddef>
 #include <cstdint>
@@ -32,12 +30,5 @@ SourceText sourceOf(std::string_view bytes);
 // Reads the whole file. A file that cannot be opened throws RuntimeFailure;
 // so does a failing read, after keeping in text the lines that ended before it.
 void readSource(const std::string& path, SourceText& text);
-
-// The bytes of path as the lookups see them, read on first use; nullptr for a
-// file that cannot be read. Valid until the next call into this file.
-const SourceText* sharedSource(const std::string& path);
-// Hands over the bytes read for path if the file has not changed on disk since.
-bool takeSharedSource(const std::string& path, SourceText& text);
-void dropSharedSource();
 
 }  // namespace korvane

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "objectfile/profile_lookup.h"
-#include "objectfile/source_text.h"
+#include "objectfile/source_snapshot.h"
 #include "runtime/failure_handling.h"
 #include "runtime/message_box.h"
 #include "text/number_conversion.h"
@@ -19,17 +19,17 @@ enum class SourceRole { LOD0, LOD1 };
 // The checks common to both roles and the range check of each. The first
 // check that fails shows its message and refuses; a failure (an overflowing
 // NumberOfLOD) refuses without a word.
-bool validateSource(Platform& platform, const std::string& path, SourceRole role) {
+bool validateSource(Platform& platform, const SourceSnapshot& source, SourceRole role) {
   bool accepted = true;
   auto refuse = [&](const char* message) {
     MsgBox(platform, message);
     accepted = false;
   };
   bool finished = silentLeave([&] {
-    if (GetINIString(platform, "Material - 0", "TextureMap", path).empty()) {
+    if (GetINIString(platform, "Material - 0", "TextureMap", source).empty()) {
       return refuse("Error Reading KOB File: TextureMap Not Found");
     }
-    std::string numberOfLOD = GetINIString(platform, "LOD Information", "NumberOfLOD", path);
+    std::string numberOfLOD = GetINIString(platform, "LOD Information", "NumberOfLOD", source);
     if (numberOfLOD.empty()) return refuse("Error Reading KOB File: NumberOfLOD Not Found");
 
     // The text counts by what it rounds to: "2.5" is 2, "2 objects" is 2.
@@ -39,14 +39,14 @@ bool validateSource(Platform& platform, const std::string& path, SourceRole role
     } else {
       if (count != 1) return refuse("Error Reading KOB File: Invalid NumberOfLOD for LOD 1");
       // Only its presence counts: the value is never used.
-      if (GetINIString(platform, "LOD 0", "NumberOfSurfaces", path).empty()) {
+      if (GetINIString(platform, "LOD 0", "NumberOfSurfaces", source).empty()) {
         return refuse("Error Reading KOB File: NumberOfSurfaces Not Found");
       }
     }
     // The lookups see the keys of a file whose lines end in LF, but the
     // stores would hold such lines as one: refused before anything changes.
     // The bytes are those the lookups have just read, so this costs no read.
-    const SourceText* text = sharedSource(path);
+    const SourceText* text = source.text();
     if (text == nullptr) {
       accepted = false;
     } else if (text->bareLineFeed) {
@@ -54,19 +54,17 @@ bool validateSource(Platform& platform, const std::string& path, SourceRole role
     }
   });
   if (!finished) accepted = false;
-  // A refused file is not read again until it is chosen anew.
-  if (!accepted) dropSharedSource();
   return accepted;
 }
 
 }  // namespace
 
-bool ValidateFileLOD0(Platform& platform, const std::string& path) {
-  return validateSource(platform, path, SourceRole::LOD0);
+bool ValidateFileLOD0(Platform& platform, const SourceSnapshot& source) {
+  return validateSource(platform, source, SourceRole::LOD0);
 }
 
-bool ValidateFileLOD1(Platform& platform, const std::string& path) {
-  return validateSource(platform, path, SourceRole::LOD1);
+bool ValidateFileLOD1(Platform& platform, const SourceSnapshot& source) {
+  return validateSource(platform, source, SourceRole::LOD1);
 }
 
 }  // namespace korvane

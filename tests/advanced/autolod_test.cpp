@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "advanced/advanced_settings_window.h"
+#include "objectfile/source_snapshot.h"
 #include "runtime/shared_strings.h"
 #include "shell/program.h"
 #include "support/failures.h"
@@ -61,7 +62,7 @@ class AutoLODValues : public ::testing::Test {
 };
 
 TEST_F(AutoLODValues, EmptyValueCountsAsMissingUnreadableOneAsZero) {
-  ReadAutoLODinfo(program, source("", "abc"));
+  ReadAutoLODinfo(program, SourceSnapshot(source("", "abc")));
   EXPECT_EQ(platform.messages, Texts{"AutoLOD#0 not found.  Using default value..."});
   EXPECT_EQ(fields(), (Texts{"0.250", "0.000"}));
 }
@@ -69,9 +70,9 @@ TEST_F(AutoLODValues, EmptyValueCountsAsMissingUnreadableOneAsZero) {
 TEST_F(AutoLODValues, OverflowEndsTheReadingWithWhatWasSetKept) {
   UseDefaultAutoLOD(program);
   program.AdvancedSettings().mskAutoLOD1.SetText("9.000");
-  ReadAutoLODinfo(program, source("0.125", "1e999"));
+  ReadAutoLODinfo(program, SourceSnapshot(source("0.125", "1e999")));
   EXPECT_EQ(fields(), (Texts{"0.125", "9.000"}));
-  ReadAutoLODinfo(program, source("1e999", std::nullopt));
+  ReadAutoLODinfo(program, SourceSnapshot(source("1e999", std::nullopt)));
   EXPECT_EQ(fields(), (Texts{"0.125", "9.000"}));
   EXPECT_EQ(platform.messages, Texts(2, "Unexpected error in ReadAutoLODinfo: Overflow ( 6)"));
 }

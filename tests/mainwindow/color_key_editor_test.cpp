@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "mainwindow/main_window.h"
+#include "objectfile/source_snapshot.h"
 #include "shell/program.h"
 #include "support/scripted_platform.h"
 #include "support/temp_files.h"
@@ -45,8 +46,8 @@ TEST(ColorKey, ASourceValueFillsTheEditorOrEndsTheReadingWhereAControlRefusesIt)
     std::string line = c.value ? std::string("ColorKey=") + c.value : "Shininess=1";
     SCOPED_TRACE(line);
     platform.clearLog();
-    ReadColorKeyINI(frm,
-                    dir.write("source.kob", testing::crlf({"[Material - 0]", "TextureMap=a.tga", line})));
+    ReadColorKeyINI(frm, SourceSnapshot(dir.write(
+                             "source.kob", testing::crlf({"[Material - 0]", "TextureMap=a.tga", line}))));
     EXPECT_EQ(platform.messages, c.refused ? std::vector<std::string>{"Unexpected error in ReadColorKeyINI: "
                                                                       "Invalid property value ( 380)"}
                                            : std::vector<std::string>{});

@@ -59,53 +59,35 @@ class FaultInjection : public ::testing::Test {
   testing::TempDir dir;
 };
 
-// Every lookup and the reading of the lines meet the changed file; the load
-// runs to its end as one LOD with whatever could be read.
-TEST_F(FaultInjection, ALOD0SourceChangedRightAfterItsValidation) {
-  const Lines barrel = {"[Material - 0]", "TextureMap=barrel.tga", "[LOD Information]", "NumberOfLOD=1"};
-  for (const bool replaced : {false, true}) {
-    std::string path = source(replaced ? "replaced.kob" : "deleted.kob");
-    // Right behind the validation, ahead of every lookup that fills the window.
-    strike([&] { return !frm.txtFilePathLOD0.Text().empty(); },
-           [&] {
-             std::filesystem::remove(path);
-             if (replaced) dir.write("replaced.kob", crlf(barrel));
-           });
+// One opening reads its source once: a file deleted or replaced after its
+// validation, ahead of the lookups or of the reading of the lines, still
+// opens as it was validated, whole.
+TEST_F(FaultInjection, ASourceChangedDuringItsOpeningOpensAsValidated) {
+  const Lines tower = {"[Material - 0]", "TextureMap=tower.tga", "[LOD Information]",
+                       "NumberOfLOD=2",  "AutoLOD#0=0.5",        "AutoLOD#1=0.125"};
+  const struct {
+    const char* name;
+    std::function<bool()> when;
+    bool replaced;
+  } rows[] = {
+      {"deleted ahead of the lookups", [&] { return !frm.txtFilePathLOD0.Text().empty(); }, false},
+      {"replaced ahead of the lookups", [&] { return !frm.txtFilePathLOD0.Text().empty(); }, true},
+      {"deleted ahead of the lines", [&] { return frm.lblLODnum.Caption() == "2"; }, false},
+  };
+  for (const auto& row : rows) {
+    const std::string path = source("tower.kob", tower);
+    strike(row.when, [&, replaced = row.replaced] {
+      std::filesystem::remove(path);
+      if (replaced) dir.write("tower.kob", crlf(kCrate));
+    });
     platform.clearLog();
     click(frm.btnBrowseLOD0, path);
-    EXPECT_EQ(platform.messages,
-              (replaced ? Lines{}
-                        : Lines{"Error Reading the KOB file",
-                                "Unexpected error in ReadFileLOD0: File not found ( 53)"}));
-    EXPECT_EQ(frm.txtFilePathLOD0.Text(), path);
-    EXPECT_EQ(frm.txtTextureMap.Text(), replaced ? "barrel.tga" : "");
-    EXPECT_EQ(frm.lblLODnum.Caption(), replaced ? "1" : "0");
-    EXPECT_EQ(linesOf(frm.lstDataLOD0.Store()), replaced ? barrel : Lines{});
-    EXPECT_TRUE(frm.chkAddLOD1.Enabled() && frm.btnSaveAs.Enabled());
+    EXPECT_EQ(platform.messages, Lines{}) << row.name;
+    EXPECT_EQ(frm.txtTextureMap.Text(), "tower.tga") << row.name;
+    EXPECT_EQ(frm.chkAddLOD1.Value(), 2) << row.name;
+    EXPECT_EQ(linesOf(frm.lstDataLOD0.Store()), tower) << row.name;
     expectTheProgramGoesOn();
   }
-}
-
-// After the lookups of the text fields, before the AutoLOD values and the lines.
-TEST_F(FaultInjection, ASourceDeletedJustBeforeItsLinesAreReadStillSavesEveryStep) {
-  std::string path = source("tower.kob", {"[Material - 0]", "TextureMap=tower.tga", "[LOD Information]",
-                                          "NumberOfLOD=2", "[LOD 0]", "[LOD 1]"});
-  strike([&] { return frm.lblLODnum.Caption() == "2"; }, [&] { std::filesystem::remove(path); });
-  click(frm.btnBrowseLOD0, path);
-  EXPECT_EQ(platform.messages, (Lines{"AutoLOD#0 not found.  Using default value...",
-                                      "AutoLOD#1 not found.  Using default value...",
-                                      "Unexpected error in ReadFileLOD0: File not found ( 53)"}));
-  EXPECT_EQ(frm.txtTextureMap.Text(), "tower.tga");
-  EXPECT_EQ(frm.chkAddLOD1.Value(), 2);
-  EXPECT_EQ(frm.lstDataLOD0.Store().ListCount(), 0);
-
-  // Nothing to rewrite, each step says so or not, and an empty file is written.
-  platform.clearLog();
-  click(frm.btnSaveAs, dir.file("tower-saved.kob"));
-  EXPECT_EQ(platform.messages, Lines{"The TextureMap keyword was not found in your KOB file"});
-  EXPECT_TRUE(std::filesystem::exists(dir.file("tower-saved.kob")) &&
-              readBytes(dir.file("tower-saved.kob")).empty());
-  expectTheProgramGoesOn();
 }
 
 // The lines were rewritten before the write and stay so; the next save to a

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "mainwindow/main_window.h"
+#include "objectfile/source_snapshot.h"
 #include "runtime/shared_strings.h"
 #include "shell/program.h"
 #include "support/scripted_platform.h"
@@ -102,7 +103,8 @@ TEST_F(SourceLoading, TheNumberOfLODsIsTheRoundedLeadingNumberOfTheText) {
     frm.chkAddLOD1.SetEnabled(false);
     frm.btnAdvancedSettings.SetEnabled(true);
     platform.clearLog();
-    ReadNumberOfLOD(frm, dir.write("n.kob", crlf({"[LOD Information]", line, "AutoLOD#0=1", "AutoLOD#1=1"})));
+    ReadNumberOfLOD(frm, SourceSnapshot(dir.write(
+                             "n.kob", crlf({"[LOD Information]", line, "AutoLOD#0=1", "AutoLOD#1=1"}))));
     const bool two = std::string(caption) == "2";
     const bool failed = std::string(caption) == "9";
     EXPECT_EQ(frm.lblLODnum.Caption(), caption);

@@ -14,9 +14,9 @@
 #include <string>
 #include <vector>
 
-#include "mainwindow/main_window.h"
+#include "objectfile/line_store.h"
+#include "objectfile/source_snapshot.h"
 #include "runtime/shared_strings.h"
-#include "shell/program.h"
 #include "support/scripted_platform.h"
 #include "support/store_lines.h"
 #include "support/temp_files.h"
@@ -29,7 +29,7 @@ using testing::readBytes;
 using Lines = std::vector<std::string>;
 
 class FileTransfer : public ::testing::Test {
- protected:
+ public:
   FileTransfer() { AppTitleName = "Korvane"; }
 
   LineStore& fill(LineStore& store, const Lines& lines) {
@@ -38,11 +38,16 @@ class FileTransfer : public ::testing::Test {
     return store;
   }
 
+  // The procedures on the two stores, as the window hands them over.
+  void read0(const std::string& path) { ReadFileLOD0(platform, lod0, SourceSnapshot(path)); }
+  void read1(const std::string& path) { ReadFileLOD1(platform, lod1, SourceSnapshot(path)); }
+  void save0(const std::string& path) { SaveFileLOD0(platform, lod0, path); }
+  void saveCombined(const std::string& path) { SaveFileCombined(platform, lod0, lod1, path); }
+  using Procedure = void (FileTransfer::*)(const std::string&);
+
   testing::ScriptedPlatform platform;
-  Program program{platform};
-  frmKorvane& frm = program.MainWindow();
-  LineStore& lod0 = frm.lstDataLOD0.Store();
-  LineStore& lod1 = frm.lstDataLOD1.Store();
+  LineStore lod0;
+  LineStore lod1;
   testing::TempDir dir;
 };
 
@@ -57,15 +62,15 @@ TEST_F(FileTransfer, ReadingAndSavingGivesTheLinesEachWithCrLf) {
       {"", {}, ""},
   };
   const std::string lod1Source = dir.write("lod1.kob", "x\r\n[LOD 0]\r\n");
-  ReadFileLOD1(frm, lod1Source);
+  read1(lod1Source);
   for (const auto& [source, stored, saved] : cases) {
     fill(lod0, {"old 1", "old 2", "old 3", "old 4", "old 5"});
     std::string path = dir.write("source.kob", source);
-    ReadFileLOD0(frm, path);
+    read0(path);
     EXPECT_EQ(linesOf(lod0), stored) << source;
-    SaveFileLOD0(frm, path);
+    save0(path);
     EXPECT_EQ(readBytes(path), saved) << source;
-    SaveFileCombined(frm, lod1Source);
+    saveCombined(lod1Source);
     EXPECT_EQ(readBytes(lod1Source), saved + "[LOD 0]\r\n") << source;
   }
   EXPECT_TRUE(platform.messages.empty());
@@ -81,7 +86,7 @@ TEST_F(FileTransfer, ReadFileLOD1StoresFromTheFirstExactMarkerLineOn) {
   };
   for (const auto& [bytes, stored] : cases) {
     fill(lod1, {"left over"});
-    ReadFileLOD1(frm, dir.write("lod1.kob", bytes));
+    read1(dir.write("lod1.kob", bytes));
     EXPECT_EQ(linesOf(lod1), stored) << bytes;
   }
   EXPECT_TRUE(platform.messages.empty());
@@ -99,7 +104,7 @@ TEST_F(FileTransfer, ASaveReplacesItsTargetWholeOrNotAtAll) {
   std::string source;
   for (int i = 0; i < 400000; ++i) source += "v " + std::to_string(i) + " 0.5 0.25\r\n";
   // Read from a file, so that the lines go out as one run of the source.
-  ReadFileLOD0(frm, dir.write("source.kob", source));
+  read0(dir.write("source.kob", source));
   fill(lod1, {"[LOD 1]"});
   const std::string full = source + "[LOD 1]\r\n", old = "old\r\n";
   const mode_t umask = ::umask(0);
@@ -120,7 +125,7 @@ TEST_F(FileTransfer, ASaveReplacesItsTargetWholeOrNotAtAll) {
       if (::syscall(SYS_capset, &header, caps) != 0) ::_exit(3);
     }
     if (second) lod1.AddItem("second");
-    SaveFileCombined(frm, target);
+    saveCombined(target);
     ::_exit(platform.messages == Lines{"Unexpected error in SaveFileCombined: Disk full ( 61)"}
                 ? 1
                 : platform.messages.size() * 2);
@@ -187,7 +192,7 @@ TEST_F(FileTransfer, ASaveReplacesItsTargetWholeOrNotAtAll) {
       EXPECT_EQ(readBytes((folder / "real/other.kob").string()), target == HardLinked ? content : "");
       // The next save cleans up after a killed one.
       if (target != FolderTakesNoNewFile) {
-        SaveFileCombined(frm, path);
+        saveCombined(path);
         EXPECT_EQ(readBytes(file), full);
         EXPECT_EQ(leftovers(), 0);
       }
@@ -200,19 +205,20 @@ TEST_F(FileTransfer, ASaveReplacesItsTargetWholeOrNotAtAll) {
 // A failed read leaves its own store empty, a failed save both as they were,
 // and nothing is created where the target cannot be opened.
 TEST_F(FileTransfer, FailuresShowOneMessageInTheProcedureFrame) {
-  const std::tuple<void (*)(frmKorvane&, const std::string&), std::string, std::string> cases[] = {
-      {ReadFileLOD0, "absent.kob", "Unexpected error in ReadFileLOD0: File not found ( 53)"},
-      {ReadFileLOD1, "absent/lod1.kob", "Unexpected error in ReadFileLOD1: Path not found ( 76)"},
-      {SaveFileCombined, "absent/out.kob", "Unexpected error in SaveFileCombined: Path not found ( 76)"},
+  const std::tuple<Procedure, std::string, std::string> cases[] = {
+      {&FileTransfer::read0, "absent.kob", "Unexpected error in ReadFileLOD0: File not found ( 53)"},
+      {&FileTransfer::read1, "absent/lod1.kob", "Unexpected error in ReadFileLOD1: Path not found ( 76)"},
+      {&FileTransfer::saveCombined, "absent/out.kob",
+       "Unexpected error in SaveFileCombined: Path not found ( 76)"},
   };
   for (const auto& [procedure, target, message] : cases) {
     fill(lod0, {"zero"});
     fill(lod1, {"one"});
     platform.messages.clear();
-    procedure(frm, dir.file(target));
+    (this->*procedure)(dir.file(target));
     EXPECT_EQ(platform.messages, (Lines{message}));
-    EXPECT_EQ(linesOf(lod0), procedure == ReadFileLOD0 ? Lines{} : Lines{"zero"}) << message;
-    EXPECT_EQ(linesOf(lod1), procedure == ReadFileLOD1 ? Lines{} : Lines{"one"}) << message;
+    EXPECT_EQ(linesOf(lod0), procedure == &FileTransfer::read0 ? Lines{} : Lines{"zero"}) << message;
+    EXPECT_EQ(linesOf(lod1), procedure == &FileTransfer::read1 ? Lines{} : Lines{"one"}) << message;
     EXPECT_TRUE(std::filesystem::is_empty(dir.path()));
   }
 }

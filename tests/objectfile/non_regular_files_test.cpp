@@ -9,7 +9,8 @@
 #include "mainwindow/main_window.h"
 #include "mainwindow/save_as.h"
 #include "mainwindow/source_loading.h"
-#include "objectfile/file_transfer.h"
+#include "mainwindow/window_procedures.h"
+#include "objectfile/source_snapshot.h"
 #include "runtime/shared_strings.h"
 #include "shell/program.h"
 #include "support/scripted_platform.h"
@@ -41,7 +42,7 @@ TEST(SpecialFile, NeitherWaitsNorIsReadNorWritten) {
       std::string expected = "Error Reading KOB File: TextureMap Not Found";
       if (role == "AsLOD0") btnBrowseLOD0_Click(frm);
       if (role == "AsLOD1") frm.chkAddLOD1.SetValue(1);
-      if (role == "ReadAsLOD0") ReadFileLOD0(frm, special);
+      if (role == "ReadAsLOD0") ReadFileLOD0(frm, SourceSnapshot(special));
       if (role == "ReadAsLOD0") expected = "Unexpected error in ReadFileLOD0: Path/File access error ( 75)";
       if (role == "AsTarget") btnSaveAs_Click(frm);
       if (role == "AsTarget") expected = "Unexpected error in SaveFileLOD0: Path/File access error ( 75)";

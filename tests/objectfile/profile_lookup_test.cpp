@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 
+#include "objectfile/source_snapshot.h"
 #include "support/scripted_platform.h"
 #include "support/temp_files.h"
 
@@ -59,34 +60,35 @@ TEST_F(Lookup, MaterialTextureMapByTheLookupRules) {
       {"NUL is ordinary", "[Material - 0]\r\nTextureMap=a\0b\r\n"s, "a\0b"s},
   };
   for (const auto& [name, file, expected] : cases) {
-    FlushProfileCache("");
     EXPECT_EQ(textureMap(dir.write("source.kob", file)), expected) << name;
   }
   const std::string path =
       dir.write("source.kob", crlf({"[LOD Information]", "AutoLOD#0=0.25", "AutoLOD#1=0.1"}));
-  FlushProfileCache(path);
   EXPECT_EQ(GetINIString(platform, "LOD Information", "AutoLOD#1", path), "0.1");
   EXPECT_EQ(textureMap(dir.file("absent.kob")), "");
   EXPECT_EQ(textureMap(dir.path().string()), "");
   EXPECT_TRUE(platform.messages.empty());
 }
 
-// The file changes only under the lookup's feet, never by it: a flush makes
-// the next lookup see what is on disk now.
+// The file changes only under the lookup's feet, never by it. The lookups of
+// one opening see the bytes of its snapshot until a flush reads the file anew.
 TEST_F(Lookup, NeitherLookupNorFlushChangesTheFile) {
   const std::string bytes = "[Material - 0]\nTextureMap = \"old.tga\"\r\n;note\r\n";
   const std::string path = dir.write("source.kob", bytes);
   const auto before = std::filesystem::last_write_time(path);
-  EXPECT_EQ(textureMap(path), "old.tga");
-  GetINIString(platform, "Nowhere", "Nothing", path);
-  FlushProfileCache(path);
-  FlushProfileCache(dir.file("absent.kob"));
+  SourceSnapshot source(path);
+  SourceSnapshot absent(dir.file("absent.kob"));
+  EXPECT_EQ(GetINIString(platform, "Material - 0", "TextureMap", source), "old.tga");
+  GetINIString(platform, "Nowhere", "Nothing", source);
+  FlushProfileCache(source);
+  FlushProfileCache(absent);
   EXPECT_EQ(testing::readBytes(path), bytes);
   EXPECT_EQ(std::filesystem::last_write_time(path), before);
   EXPECT_FALSE(std::filesystem::exists(dir.file("absent.kob")));
   dir.write("source.kob", crlf({"[Material - 0]", "TextureMap=new.tga"}));
-  FlushProfileCache(path);
-  EXPECT_EQ(textureMap(path), "new.tga");
+  EXPECT_EQ(GetINIString(platform, "Material - 0", "TextureMap", source), "old.tga");
+  FlushProfileCache(source);
+  EXPECT_EQ(GetINIString(platform, "Material - 0", "TextureMap", source), "new.tga");
 }
 
 }  // namespace

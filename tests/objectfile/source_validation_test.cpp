@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "objectfile/source_snapshot.h"
 #include "runtime/shared_strings.h"
 #include "support/scripted_platform.h"
 #include "support/temp_files.h"
@@ -31,10 +32,10 @@ std::string withNumberOfLOD(const std::string& text) {
 }
 
 // The verdict as the one message shown, "" for accepted.
-std::string verdict(bool (*validator)(Platform&, const std::string&), const std::string& path) {
+std::string verdict(bool (*validator)(Platform&, const SourceSnapshot&), const std::string& path) {
   testing::ScriptedPlatform platform;
   AppTitleName = "Korvane";
-  const bool accepted = validator(platform, path);
+  const bool accepted = validator(platform, SourceSnapshot(path));
   for (const auto& title : platform.messageTitles) EXPECT_EQ(title, "Korvane");
   if ((accepted && !platform.messages.empty()) || platform.messages.size() > 1) return "inconsistent";
   return accepted ? kAccepted : platform.messages.empty() ? kSilent : platform.messages[0];

@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "objectfile/file_transfer.h"
+#include "mainwindow/window_procedures.h"
+#include "objectfile/source_snapshot.h"
 #include "runtime/shared_strings.h"
 #include "shell/program.h"
 #include "support/scripted_platform.h"
@@ -62,8 +63,8 @@ TEST_F(LodMerge, UpdateLODInformationExtendsOrUpdatesTheBlock) {
     frm.chkAddLOD1.SetValue(addLOD1);
     program.AdvancedSettings().mskAutoLOD0.SetText("0.250");
     program.AdvancedSettings().mskAutoLOD1.SetText("0.750");
-    ReadFileLOD0(frm, file("lod0.kob", before));
-    ReadFileLOD1(frm, file("lod1.kob", {"[LOD 0]", "NumberOfLOD=1"}));
+    ReadFileLOD0(frm, SourceSnapshot(file("lod0.kob", before)));
+    ReadFileLOD1(frm, SourceSnapshot(file("lod1.kob", {"[LOD 0]", "NumberOfLOD=1"})));
     UpdateLODInformation(frm);
     EXPECT_EQ(linesOf(frm.lstDataLOD0.Store()), after) << before.size() << " lines, " << addLOD1;
     EXPECT_EQ(linesOf(frm.lstDataLOD1.Store()), (Lines{"[LOD 0]", "NumberOfLOD=1"}));
@@ -80,8 +81,8 @@ TEST_F(LodMerge, UpdateLOD1RenamesEveryLodZeroAndKeepsWhatSubstituteCannotRename
   // second in a line too; one further on makes the whole line Substitute's failure.
   const std::string inside = "LOD 0" + std::string(32756, 'v') + "LOD 0";
   const std::string beyond = "LOD 0" + std::string(32757, 'v') + "LOD 0";
-  ReadFileLOD1(frm, file("lod1.kob",
-                         {"[LOD 0]", "Name=LOD 0 and LOD 0", "lod 0, LOD  0, LOD 00", inside, beyond, "x"}));
+  ReadFileLOD1(frm, SourceSnapshot(file("lod1.kob", {"[LOD 0]", "Name=LOD 0 and LOD 0",
+                                                     "lod 0, LOD  0, LOD 00", inside, beyond, "x"})));
   frm.lstDataLOD1.Store().AddItem("LOD 0 added", 1);
   // A second save renames nothing more and meets the same failure again.
   for (int save = 0; save < 2; ++save) {

@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "objectfile/file_transfer.h"
+#include "mainwindow/window_procedures.h"
+#include "objectfile/source_snapshot.h"
 #include "runtime/shared_strings.h"
 #include "shell/program.h"
 #include "support/scripted_platform.h"
@@ -56,7 +57,7 @@ TEST(MaterialLines, TextureMapThenColorKeyReplaceInsertOrRemoveTheirLine) {
     frm.chkAddColorKey.SetValue(colorKey);
     std::string bytes;
     for (const std::string& line : before) bytes += line + "\r\n";
-    ReadFileLOD0(frm, dir.write("source.kob", bytes));
+    ReadFileLOD0(frm, SourceSnapshot(dir.write("source.kob", bytes)));
     testing::addLines(frm.lstDataLOD1.Store(), {"TextureMap=lo", "ColorKey=1"});
     for (int save = 0; save < 2; ++save) {
       UpdateTextureMapLOD0(frm);
