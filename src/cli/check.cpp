@@ -1,18 +1,19 @@
 #include "cli/check.h"
 
 #include <algorithm>
-#include <cerrno>
+#include <array>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
+#include <system_error>
 
 #include "mainwindow/color_key_editor.h"
+#include "mainwindow/main_window.h"
+#include "objectfile/file.h"
 #include "objectfile/profile_lookup.h"
-#include "objectfile/source_snapshot.h"
 #include "rewrite/keyword_scan.h"
 #include "runtime/failure.h"
+#include "runtime/failure_handling.h"
 #include "runtime/headless_platform.h"
 #include "runtime/utf8_path.h"
 #include "shell/program.h"
@@ -23,89 +24,79 @@ namespace korvane::cli {
 namespace {
 
 constexpr std::size_t kLongestValue = 254;
+constexpr std::size_t kReadPiece = std::size_t{64} << 10;
 
 std::string inQuotes(const std::string& text) {
   return "\"" + text + "\"";
 }
 
-std::string_view trimmed(std::string_view text) {
-  std::size_t first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
-bool sameName(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-    return std::tolower((unsigned char)x) == std::tolower((unsigned char)y);
-  });
-}
-
-// Where a lookup by section and key finds its line, by the lookup's rules,
-// for the line number; the value itself comes from the lookup.
-struct Located {
-  int index = -1;
-  std::size_t length = 0;  // of the whole value, before any cut
-};
-
-class Lookups {
- public:
-  explicit Lookups(const std::vector<std::string>& lines) : m_lines(lines) {}
-
-  std::optional<int> head(std::string_view section) const {
-    for (int i = 0; i < static_cast<int>(m_lines.size()); ++i) {
-      std::string_view name;
-      if (headName(m_lines[i], name) && sameName(name, section)) return i;
-    }
-    return std::nullopt;
-  }
-
-  Located find(std::string_view section, std::string_view key) const {
-    std::optional<int> start = head(section);
-    if (!start) return {};
-    for (int i = *start + 1; i < static_cast<int>(m_lines.size()); ++i) {
-      std::string_view name;
-      if (headName(m_lines[i], name)) break;
-      std::string_view line = trimmed(m_lines[i]);
-      std::size_t equals = line.find('=');
-      if (line.empty() || line[0] == ';' || equals == std::string_view::npos) continue;
-      if (!sameName(trimmed(line.substr(0, equals)), key)) continue;
-      std::string_view value = trimmed(line.substr(equals + 1));
-      if (value.size() >= 2 && (value[0] == '"' || value[0] == '\'') && value.back() == value[0])
-        value = value.substr(1, value.size() - 2);
-      return {i, value.size()};
-    }
-    return {};
-  }
-
- private:
-  static bool headName(std::string_view line, std::string_view& name) {
-    line = trimmed(line);
-    std::size_t close = line.find(']');
-    if (line.empty() || line[0] != '[' || close == std::string_view::npos) return false;
-    name = trimmed(line.substr(1, close - 1));
-    return true;
-  }
-
-  const std::vector<std::string>& m_lines;
-};
-
 struct Key {
   const char* section;
   const char* name;
-  const char* keyword;  // as the scan seeks it
+  const char* keyword;  // as the scan seeks it; none for a key saving never looks for
 };
 constexpr Key kTextureMap{"Material - 0", "TextureMap", "TEXTUREMAP="};
 constexpr Key kColorKey{"Material - 0", "ColorKey", "COLORKEY="};
 constexpr Key kNumberOfLOD{"LOD Information", "NumberOfLOD", "NUMBEROFLOD="};
 constexpr Key kAutoLOD[2] = {{"LOD Information", "AutoLOD#0", "AUTOLOD#0="},
                              {"LOD Information", "AutoLOD#1", "AUTOLOD#1="}};
+constexpr Key kNumberOfSurfaces{"LOD 0", "NumberOfSurfaces", nullptr};
+constexpr const Key* kKeys[] = {&kTextureMap, &kColorKey,   &kNumberOfLOD,
+                                &kAutoLOD[0], &kAutoLOD[1], &kNumberOfSurfaces};
+
+// Both views of one key, gathered in one pass over the lines: the lookup's
+// own scan says on which line it found the key (and its section's head), the
+// rewriting's scan on which line saving would take it.
+struct KeyViews {
+  explicit KeyViews(const Key* k) : key(*k), lookup(iniStringScan(k->section, k->name)) {}
+
+  const Key& key;
+  ProfileKeyScan lookup;
+  bool answered = false;
+  int read = -1;  // the line the lookup found the key on
+  int head = -1;  // the line of the key's section head
+  int rewritten = -1;
+  std::string value;  // as GetINIString gives it
+  std::size_t length = 0;
+
+  void line(std::string_view text, int index, bool lineEnd) {
+    if (rewritten < 0 && key.keyword != nullptr && holdsKeyword(text, key.keyword)) rewritten = index;
+    if (answered) return;
+    bool inSection = lookup.sectionFound();
+    // The lookup's line ends are CR and LF alike; the CR stands for CR LF too.
+    answered = lookup.feed(text) || (lineEnd && lookup.feed("\r"));
+    if (!lineEnd && !answered) lookup.finish();
+    if (!inSection && lookup.sectionFound()) head = index;
+    if (read < 0 && lookup.value()) read = index;
+  }
+
+  void end() {
+    value = iniStringOf(lookup);
+    length = lookup.valueLength();
+  }
+};
 
 class Checker {
  public:
-  Checker(const std::string& path, const std::vector<std::string>& lines)
-      : m_path(path), m_lines(lines), m_lookups(lines) {}
+  explicit Checker(const std::string& path) : m_path(path) {}
+
+  // One line as the reader takes it; lineEnd is false for the last one.
+  void line(std::string_view text, bool lineEnd) {
+    for (KeyViews& views : m_views) views.line(text, m_lines, lineEnd);
+    if (text == "[LOD 0]") m_marker = true;
+    ++m_lines;
+  }
+
+  // A line feed on its own ends the check: past it the reader's lines and an
+  // editor's no longer agree.
+  std::vector<Warning> bareLineFeed() {
+    return {{m_lines + 1,
+             "this line ends in LF alone, not CR LF: the window does not read the file line by "
+             "line and cannot rewrite it"}};
+  }
 
   std::vector<Warning> run() {
+    for (KeyViews& views : m_views) views.end();
     std::string numberText = value(kNumberOfLOD);
     std::optional<std::int32_t> number = wholeNumber(numberText);
     for (const Key* key : {&kTextureMap, &kColorKey, &kNumberOfLOD, &kAutoLOD[0], &kAutoLOD[1]})
@@ -143,18 +134,13 @@ class Checker {
   }
 
  private:
-  std::string value(const Key& key) { return GetINIString(m_platform, key.section, key.name, m_path); }
+  KeyViews& views(const Key& key) {
+    return *std::find_if(m_views.begin(), m_views.end(), [&](const KeyViews& v) { return &v.key == &key; });
+  }
+  const std::string& value(const Key& key) { return views(key).value; }
 
   // The line the lookup reads, if it gives a value.
-  int located(const Key& key) {
-    return value(key).empty() ? -1 : m_lookups.find(key.section, key.name).index;
-  }
-
-  int scanned(const Key& key) const {
-    for (int i = 0; i < static_cast<int>(m_lines.size()); ++i)
-      if (holdsKeyword(m_lines[i], key.keyword)) return i;
-    return -1;
-  }
+  int located(const Key& key) { return value(key).empty() ? -1 : views(key).read; }
 
   void add(int index, std::string text) {
     m_warnings.push_back({index < 0 ? 1 : index + 1, std::move(text)});
@@ -162,12 +148,12 @@ class Checker {
 
   void compareViews(const Key& key, const std::string& unseen, const std::string& when = "") {
     int read = located(key);
-    int rewritten = scanned(key);
+    int rewritten = views(key).rewritten;
     std::string name = key.name;
     if (read >= 0 && rewritten < 0) add(read, "the window reads this " + name + ", but " + unseen);
     if (rewritten >= 0 && rewritten != read) {
-      std::string what = key.keyword == kColorKey.keyword ? "rewrites it, or with the ColorKey off removes it"
-                                                          : "rewrites it";
+      std::string what =
+          &key == &kColorKey ? "rewrites it, or with the ColorKey off removes it" : "rewrites it";
       add(rewritten, read >= 0 ? when + "saving " + what + " as the " + name + " line, not line " +
                                      std::to_string(read + 1) + " that the window reads"
                                : "the window does not read this line as the " + name + ", but " + when +
@@ -176,22 +162,22 @@ class Checker {
   }
 
   void checkLength(const Key& key) {
-    Located found = m_lookups.find(key.section, key.name);
-    if (found.index >= 0 && found.length > kLongestValue)
-      add(found.index, "this " + std::string(key.name) + " is " + std::to_string(found.length) +
-                           " characters long: the window reads only its first 254");
+    const KeyViews& found = views(key);
+    if (found.read >= 0 && found.length > kLongestValue)
+      add(found.read, "this " + std::string(key.name) + " is " + std::to_string(found.length) +
+                          " characters long: the window reads only its first " +
+                          std::to_string(kLongestValue));
   }
 
   // The editor of a fresh window takes the ColorKey as the window would.
   void checkColorKey() {
-    std::string text = value(kColorKey);
+    const std::string& text = value(kColorKey);
     if (text.empty()) return;
     HeadlessPlatform quiet;
     Program program(quiet);
     frmKorvane& frm = program.MainWindow();
     frm.Form_Load();
-    SourceSnapshot source(m_path);
-    ReadColorKeyINI(frm, source);
+    ShowColorKeyValue(frm, text);
     int line = located(kColorKey);
     if (frm.chkAddColorKey.Value() == 0) {
       add(line, "the ColorKey editor refuses " + inQuotes(text) +
@@ -226,60 +212,80 @@ class Checker {
 
   // A file the window would accept as a LOD 1 source, whose reader would find no marker line.
   void checkMarker() {
-    if (value(kTextureMap).empty() || GetINIString(m_platform, "LOD 0", "NumberOfSurfaces", m_path).empty())
-      return;
-    if (std::find(m_lines.begin(), m_lines.end(), "[LOD 0]") != m_lines.end()) return;
-    add(m_lookups.head("LOD 0").value_or(-1),
+    if (value(kTextureMap).empty() || value(kNumberOfSurfaces).empty() || m_marker) return;
+    add(views(kNumberOfSurfaces).head,
         "this line is not exactly \"[LOD 0]\": taken as a LOD 1 source the file is accepted, but none of its "
-        "lines "
-        "reach the output");
+        "lines reach the output");
   }
 
   const std::string& m_path;
-  const std::vector<std::string>& m_lines;
-  Lookups m_lookups;
-  HeadlessPlatform m_platform;
+  std::vector<KeyViews> m_views{std::begin(kKeys), std::end(kKeys)};
+  int m_lines = 0;
+  bool m_marker = false;
   std::vector<Warning> m_warnings;
 };
+
+// Hands the file's lines to the checker as the reader splits them (CR LF or
+// a CR on its own ends one), holding no more than one line at a time. False
+// at a line feed on its own.
+bool readLines(const std::string& path, Checker& checker) {
+  File file = File::openForReading(path);
+  std::unique_ptr<char[]> piece = std::make_unique_for_overwrite<char[]>(kReadPiece);
+  std::string line;
+  bool afterCR = false;
+  for (std::size_t count; (count = file.readSome(piece.get(), kReadPiece)) > 0;) {
+    std::string_view bytes(piece.get(), count);
+    if (afterCR && bytes.front() == '\n') bytes.remove_prefix(1);
+    afterCR = false;
+    while (!bytes.empty()) {
+      std::size_t end = bytes.find_first_of("\r\n");
+      if (end == std::string_view::npos) {
+        line.append(bytes);
+        break;
+      }
+      if (bytes[end] == '\n') return false;
+      line.append(bytes.substr(0, end));
+      checker.line(line, true);
+      line.clear();
+      bytes.remove_prefix(end + 1);
+      if (bytes.empty()) {
+        afterCR = true;
+      } else if (bytes.front() == '\n') {
+        bytes.remove_prefix(1);
+      }
+    }
+  }
+  checker.line(line, false);
+  return true;
+}
 
 }  // namespace
 
 CheckResult checkFile(const std::string& path) {
   CheckResult result;
   std::error_code code;
-  if (std::filesystem::is_directory(pathFromUtf8(path), code)) {
+  std::filesystem::file_status status = std::filesystem::status(pathFromUtf8(path), code);
+  if (std::filesystem::is_directory(status)) {
     result.readable = false;
     result.error = "is a directory";
     return result;
   }
-  std::ifstream in(pathFromUtf8(path), std::ios::binary);
-  std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  if (!in.is_open() || in.bad()) {
+  // A FIFO or a device could block or never end: only files are read.
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
     result.readable = false;
-    result.error = std::strerror(errno);
+    result.error = "not a regular file";
     return result;
   }
-
-  // The lines as the reader takes them: CR LF or a CR on its own ends one.
-  std::vector<std::string> lines(1);
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    char c = bytes[i];
-    if (c == '\n') {
-      // Past this point the reader's lines and an editor's no longer agree.
-      result.warnings.push_back(
-          {static_cast<int>(lines.size()),
-           "this line ends in LF alone, not CR LF: the window does not read the file line by "
-           "line and cannot rewrite it"});
-      return result;
-    }
-    if (c == '\r') {
-      if (i + 1 < bytes.size() && bytes[i + 1] == '\n') ++i;
-      lines.emplace_back();
-    } else {
-      lines.back() += c;
-    }
-  }
-  result.warnings = Checker(path, lines).run();
+  reportAndLeave(
+      [&] {
+        Checker checker(path);
+        result.warnings = readLines(path, checker) ? checker.run() : checker.bareLineFeed();
+      },
+      [&](const RuntimeFailure& failure) {
+        result.readable = false;
+        result.warnings.clear();
+        result.error = failure.description();
+      });
   return result;
 }
 

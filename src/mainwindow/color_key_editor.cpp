@@ -63,9 +63,13 @@ void chkAddColorKey_Click(frmKorvane& frm) {
 }
 
 void ReadColorKeyINI(frmKorvane& frm, const SourceSnapshot& source) {
+  // The lookup reports its own failures and gives "" after them.
+  ShowColorKeyValue(frm, GetINIString(frm.platform(), "Material - 0", "ColorKey", source));
+}
+
+void ShowColorKeyValue(frmKorvane& frm, const std::string& value) {
   Platform& platform = frm.platform();
   reportAndLeave(platform, "ReadColorKeyINI", [&] {
-    const std::string value = GetINIString(platform, "Material - 0", "ColorKey", source);
     if (value.empty()) {
       // No ColorKey: the editor goes off but keeps whatever colour it shows.
       setColorKeyGroupEnabled(frm, false);

@@ -41,6 +41,15 @@ std::string GetINIString(Platform& platform, const std::string& section, const s
   return GetINIString(platform, section, key, SourceSnapshot(path));
 }
 
+ProfileKeyScan iniStringScan(std::string_view section, std::string_view key) {
+  return ProfileKeyScan(section, key, kValueBufferSize - 1);
+}
+
+std::string iniStringOf(const ProfileKeyScan& scan) {
+  std::optional<std::string> value = scan.value();
+  return value && *value != kNotFound ? std::move(*value) : std::string();
+}
+
 void FlushProfileCache(SourceSnapshot& source) {
   source = SourceSnapshot(source.path());
 }

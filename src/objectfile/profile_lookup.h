@@ -2,6 +2,9 @@
 // Lookups of one value by section and key in a KOB file on disk.
 
 #include <string>
+#include <string_view>
+
+#include "objectfile/profile_service.h"
 
 namespace korvane {
 
@@ -17,6 +20,11 @@ std::string GetINIString(Platform& platform, const std::string& section, const s
 // A lookup of its own, in the file as it now stands on disk.
 std::string GetINIString(Platform& platform, const std::string& section, const std::string& key,
                          const std::string& path);
+
+// A scan for one key under the rules of GetINIString, for bytes that arrive
+// line by line, and what GetINIString would give for its answer.
+ProfileKeyScan iniStringScan(std::string_view section, std::string_view key);
+std::string iniStringOf(const ProfileKeyScan& scan);
 
 // Reads the snapshot's file anew, so that its next lookup sees the file as it
 // now stands on disk.

@@ -107,9 +107,12 @@ class ValueCollector {
     ++m_length;
   }
 
+  // The whole value, a pair of quotes dropped, however much of it was kept.
+  std::size_t length() const { return quoted() ? m_length - 2 : m_length; }
+
   std::string value() const {
     std::string_view text = m_kept;
-    if (m_length >= 2 && (m_first == '"' || m_first == '\'') && m_last == m_first) {
+    if (quoted()) {
       text.remove_prefix(1);
       // The closing quote was kept only if the whole value was.
       if (m_length == m_kept.size()) text.remove_suffix(1);
@@ -118,6 +121,8 @@ class ValueCollector {
   }
 
  private:
+  bool quoted() const { return m_length >= 2 && (m_first == '"' || m_first == '\'') && m_last == m_first; }
+
   void keep(std::string_view text) {
     if (m_kept.size() < m_keep) m_kept.append(text.substr(0, m_keep - m_kept.size()));
   }
@@ -141,6 +146,58 @@ class ProfileScanner {
 
   // True once the answer is known: the key found, or its section over.
   bool feed(const char* data, const char* end) {
+    if (m_done) return true;
+    data = skipByteOrderMark(data, end);
+    if (data == nullptr) return m_done;
+    m_done = scan(data, end);
+    return m_done;
+  }
+
+  // The end of the file also ends a last line that has no line end.
+  void finish() {
+    // A file that is no more than the head of a byte-order mark.
+    if (m_markMatched > 0 && m_markMatched < kByteOrderMark.size()) {
+      std::string_view head = kByteOrderMark.substr(0, m_markMatched);
+      m_markMatched = kByteOrderMark.size();
+      feed(head.data(), head.data() + head.size());
+    }
+    if (!m_done && m_state == State::Value) m_found = true;
+    m_done = true;
+  }
+
+  bool sectionFound() const { return m_sectionFound; }
+  std::size_t valueLength() const { return m_found ? m_value.length() : 0; }
+
+  std::optional<std::string> value() const {
+    if (!m_found) return std::nullopt;
+    return m_value.value();
+  }
+
+ private:
+  enum class State { LineStart, SkipLine, SectionName, Key, Value };
+
+  // A UTF-8 byte-order mark, as several editors write it, is no part of the
+  // first line. It may arrive split over pieces; bytes held back as a possible
+  // head of it are scanned as soon as they turn out to be none.
+  static constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  const char* skipByteOrderMark(const char* data, const char* end) {
+    while (m_markMatched < kByteOrderMark.size() && data != end) {
+      if (*data != kByteOrderMark[m_markMatched]) {
+        std::string_view held = kByteOrderMark.substr(0, m_markMatched);
+        m_markMatched = kByteOrderMark.size();
+        if (scan(held.data(), held.data() + held.size())) {
+          m_done = true;
+          return nullptr;
+        }
+        return data;
+      }
+      ++m_markMatched;
+      ++data;
+    }
+    return m_markMatched < kByteOrderMark.size() ? nullptr : data;
+  }
+
+  bool scan(const char* data, const char* end) {
     while (data != end) {
       if (m_state == State::SkipLine) {
         data = detail::findLineEnd(data, end);
@@ -156,19 +213,6 @@ class ProfileScanner {
     }
     return false;
   }
-
-  // The end of the file also ends a last line that has no line end.
-  void finish() {
-    if (m_state == State::Value) m_found = true;
-  }
-
-  std::optional<std::string> value() const {
-    if (!m_found) return std::nullopt;
-    return m_value.value();
-  }
-
- private:
-  enum class State { LineStart, SkipLine, SectionName, Key, Value };
 
   // The next '[' from lineStart on that opens a line, blanks aside.
   static const char* nextHead(const char* lineStart, const char* end) {
@@ -208,6 +252,7 @@ class ProfileScanner {
         // Only the first section of the name is searched.
         if (m_inSection) return true;
         m_inSection = m_section.matches();
+        m_sectionFound = m_inSection;
         m_state = State::SkipLine;
         break;
       case State::Key:
@@ -238,8 +283,11 @@ class ProfileScanner {
   }
 
   State m_state = State::LineStart;
+  std::size_t m_markMatched = 0;
   bool m_inSection = false;
+  bool m_sectionFound = false;
   bool m_found = false;
+  bool m_done = false;
   NameMatcher m_section;
   NameMatcher m_key;
   ValueCollector m_value;
@@ -250,17 +298,38 @@ std::optional<std::string> lookUp(std::string_view section, std::string_view key
   // A file that cannot be read has no keys.
   const SourceText* text = source.text();
   if (text == nullptr) return std::nullopt;
-  const char* begin = text->bytes.get();
-  const char* const end = begin + text->size;
-  // A UTF-8 byte-order mark, as several editors write it, is no part of the first line.
-  if (end - begin >= 3 && std::memcmp(begin, "\xEF\xBB\xBF", 3) == 0) begin += 3;
-  ProfileScanner scanner(section, key, limit);
-  if (scanner.feed(begin, end)) return scanner.value();
-  scanner.finish();
-  return scanner.value();
+  ProfileKeyScan scan(section, key, limit);
+  if (!scan.feed(std::string_view(text->bytes.get(), text->size))) scan.finish();
+  return scan.value();
 }
 
 }  // namespace
+
+struct ProfileKeyScan::Scanner : ProfileScanner {
+  using ProfileScanner::ProfileScanner;
+};
+
+ProfileKeyScan::ProfileKeyScan(std::string_view section, std::string_view key, std::size_t limit)
+    : m_scanner(std::make_unique<Scanner>(section, key, limit)) {}
+ProfileKeyScan::~ProfileKeyScan() = default;
+ProfileKeyScan::ProfileKeyScan(ProfileKeyScan&&) noexcept = default;
+ProfileKeyScan& ProfileKeyScan::operator=(ProfileKeyScan&&) noexcept = default;
+
+bool ProfileKeyScan::feed(std::string_view bytes) {
+  return m_scanner->feed(bytes.data(), bytes.data() + bytes.size());
+}
+void ProfileKeyScan::finish() {
+  m_scanner->finish();
+}
+bool ProfileKeyScan::sectionFound() const {
+  return m_scanner->sectionFound();
+}
+std::optional<std::string> ProfileKeyScan::value() const {
+  return m_scanner->value();
+}
+std::size_t ProfileKeyScan::valueLength() const {
+  return m_scanner->valueLength();
+}
 
 ProfileString GetPrivateProfileString(std::string_view section, std::string_view key,
                                       std::string_view defaultValue, std::size_t size,

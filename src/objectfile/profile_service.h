@@ -19,6 +19,8 @@
 //   head to head.
 
 #include <cstddef>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,6 +33,34 @@ struct ProfileString {
   std::string text;
   // The length of text.
   std::size_t count = 0;
+};
+
+// The service's scan for one key, fed the file's bytes as they come, in
+// pieces of any size: the lookup hands it the whole file, korvane-cli check
+// one line after the other, to learn on which line the key was found.
+class ProfileKeyScan {
+ public:
+  // limit: how many characters of the value are kept.
+  ProfileKeyScan(std::string_view section, std::string_view key, std::size_t limit);
+  ~ProfileKeyScan();
+  ProfileKeyScan(ProfileKeyScan&&) noexcept;
+  ProfileKeyScan& operator=(ProfileKeyScan&&) noexcept;
+
+  // True once the answer is known: the key found, or its section over. Bytes
+  // fed after that are not looked at.
+  bool feed(std::string_view bytes);
+  // The end of the file, which also ends a last line without a line end.
+  void finish();
+
+  bool sectionFound() const;
+  // The value, cut to the limit; nullopt while the key has not been found.
+  std::optional<std::string> value() const;
+  // The length of the whole value, before the cut.
+  std::size_t valueLength() const;
+
+ private:
+  struct Scanner;
+  std::unique_ptr<Scanner> m_scanner;
 };
 
 // A missing, unreadable or unsuitable file gives the default like a missing

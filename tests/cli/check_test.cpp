@@ -1,5 +1,5 @@
-// One row per kind of warning: the file ("|" for CR LF), the line it names,
-// and what the warning has to say about the window's behaviour there.
+// One row per kind of warning: the file ("|" for CR LF), the line it names
+// (0 for none), and what the warning has to say about the window's behaviour there.
 
 #include "cli/check.h"
 
@@ -35,6 +35,10 @@ TEST(Check, OneWarningPerKindAtItsLine) {
       {m + n + "2.6", 4, "counts as 3"},
       {m + n + "99999999999", 4, "without a message"},
       {m + n + "2|AutoLOD#0=0.25", 4, "\"AutoLOD#1=0.000\""},
+      // The window's lookup skips a byte-order mark; line 1 is no warning.
+      {"\xEF\xBB\xBF" + m + tail, 0, ""},
+      // A first line filling the first piece read, its LF the first byte of the next.
+      {";" + std::string(65534, 'x') + "|" + m + "|ColorKey = 1,2,3" + tail, 4, "this one stays"},
   };
   testing::TempDir dir;
   for (auto [file, line, says] : rows) {
@@ -43,9 +47,10 @@ TEST(Check, OneWarningPerKindAtItsLine) {
     std::string got;
     for (const auto& warning : result.warnings)
       got += std::to_string(warning.line) + ": " + warning.text + "\n";
-    EXPECT_TRUE(result.readable && result.warnings.size() == 1 &&
-                got.starts_with(std::to_string(line) + ": ") && got.find(says) != std::string::npos)
-        << file << " gave: " << got;
+    EXPECT_TRUE(result.readable && result.warnings.size() == (line ? 1 : 0) &&
+                got.starts_with(line ? std::to_string(line) + ": " : "") &&
+                got.find(says) != std::string::npos)
+        << file.substr(0, 100) << " gave: " << got;
   }
 }
 
