@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "advanced/autolod.h"
+#include "desktop/headless_platform.h"
 #include "mainwindow/color_key_editor.h"
 #include "mainwindow/source_loading.h"
 #include "mainwindow/window_procedures.h"
@@ -13,7 +14,6 @@
 #include "objectfile/source_validation.h"
 #include "rewrite/lod_merge.h"
 #include "rewrite/material_lines.h"
-#include "runtime/headless_platform.h"
 #include "shell/program.h"
 
 namespace korvane::bench {
@@ -81,7 +81,7 @@ JobOutcome runJobInSteps(const JobFiles& files) {
         auto handler = std::exchange(frm.chkAddLOD1.onClick, nullptr);
         frm.chkAddLOD1.SetValue(1);
         frm.chkAddLOD1.onClick = std::move(handler);
-        UseDefaultAutoLOD(program);
+        UseDefaultAutoLOD(frm);
         frm.txtFilePathLOD1.SetText(files.lod1);
       });
     if (!files.lod1.empty()) t[kReadLOD1] = timed([&] { ReadFileLOD1(frm, std::move(*lod1)); });

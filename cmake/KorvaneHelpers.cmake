@@ -1,3 +1,36 @@
+# The folders of the logic, lowest first. Each is one library that names the
+# folders below it that it uses (korvane_add_layer in its CMakeLists.txt);
+# korvane_logic links them all.
+set(KORVANE_LOGIC_FOLDERS runtime text objectfile rewrite controls desktop advanced mainwindow shell)
+
+# korvane_add_layer(<folder> <sources...> [BELOW <folders...>])
+# The folder's headers are reachable as "<folder>/name.h" only to the folder
+# itself and to what links it: an include of a folder above, or of one not
+# named, fails to compile.
+function(korvane_add_layer folder)
+  cmake_parse_arguments(ARG "" "" "BELOW" ${ARGN})
+  set(target korvane_${folder})
+  add_library(${target} STATIC ${ARG_UNPARSED_ARGUMENTS})
+  set(root ${CMAKE_BINARY_DIR}/layers/${folder})
+  file(MAKE_DIRECTORY ${root})
+  file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${root}/${folder} SYMBOLIC)
+  target_include_directories(${target} PUBLIC ${root})
+  list(TRANSFORM ARG_BELOW PREPEND korvane_)
+  target_link_libraries(${target} PUBLIC ${ARG_BELOW})
+endfunction()
+
+# The whole logic, for the front ends, the tests, the benchmark and the fuzz
+# targets, which see every folder of src/ from its root.
+function(korvane_add_logic source_dir)
+  foreach(folder ${KORVANE_LOGIC_FOLDERS})
+    add_subdirectory(${source_dir}/src/${folder} ${CMAKE_BINARY_DIR}/logic/${folder})
+  endforeach()
+  add_library(korvane_logic INTERFACE)
+  list(TRANSFORM KORVANE_LOGIC_FOLDERS PREPEND korvane_ OUTPUT_VARIABLE layers)
+  target_link_libraries(korvane_logic INTERFACE ${layers})
+  target_include_directories(korvane_logic INTERFACE ${source_dir}/src)
+endfunction()
+
 # korvane_add_test(<name> <sources...> [LIBS <libs...>])
 # One GoogleTest executable, registered with CTest test by test.
 include(GoogleTest)

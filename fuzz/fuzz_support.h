@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
+#include "desktop/headless_platform.h"
 #include "mainwindow/main_window.h"
 #include "objectfile/line_store.h"
-#include "runtime/headless_platform.h"
 #include "shell/program.h"
 
 namespace korvane::fuzzing {

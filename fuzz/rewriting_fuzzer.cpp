@@ -9,8 +9,7 @@
 
 #include "advanced/advanced_settings_window.h"
 #include "fuzz_support.h"
-#include "rewrite/lod_merge.h"
-#include "rewrite/material_lines.h"
+#include "mainwindow/window_procedures.h"
 
 using namespace korvane;
 using namespace korvane::fuzzing;
@@ -119,11 +118,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       settings.mskAutoLOD0.SetText(input.ConsumeRandomLengthString(10));
       settings.mskAutoLOD1.SetText(input.ConsumeRandomLengthString(10));
     }
-    run("UpdateTextureMapLOD0", UpdateTextureMapLOD0, [&] { model.updateTextureMap(); });
-    run("UpdateColorKeyLOD0", UpdateColorKeyLOD0, [&] { model.updateColorKey(); });
+    run("UpdateTextureMapLOD0", static_cast<void (*)(frmKorvane&)>(UpdateTextureMapLOD0),
+        [&] { model.updateTextureMap(); });
+    run("UpdateColorKeyLOD0", static_cast<void (*)(frmKorvane&)>(UpdateColorKeyLOD0),
+        [&] { model.updateColorKey(); });
     if (frm.chkAddLOD1.Value() == 0) continue;
-    run("UpdateLODInformation", UpdateLODInformation, [&] { model.updateLODInformation(); });
-    run("UpdateLOD1", UpdateLOD1,
+    run("UpdateLODInformation", static_cast<void (*)(frmKorvane&)>(UpdateLODInformation),
+        [&] { model.updateLODInformation(); });
+    run("UpdateLOD1", static_cast<void (*)(frmKorvane&)>(UpdateLOD1),
         [&] { std::ranges::transform(model.lod1, begin(model.lod1), renamedLOD0); });
   }
   return 0;

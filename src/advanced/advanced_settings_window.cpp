@@ -1,13 +1,12 @@
 #include "advanced/advanced_settings_window.h"
 
 #include "advanced/autolod.h"
-#include "mainwindow/placement.h"
-#include "shell/program.h"
+#include "desktop/placement.h"
 
 namespace korvane {
 
-frmAdvancedSettings::frmAdvancedSettings(Program& program)
-    : Form(program.platform(), advancedSettingsDefinition()), m_program(program) {
+frmAdvancedSettings::frmAdvancedSettings(Platform& platform, Form& owner)
+    : Form(platform, advancedSettingsDefinition()), m_owner(owner) {
   connectHandlers();
 }
 
@@ -24,6 +23,8 @@ void frmAdvancedSettings::Form_Load() {
 }
 
 // The close box hides like OK: closing would lose the values a save needs.
-void frmAdvancedSettings::Form_QueryUnload() { OKButton_Click(*this); }
+void frmAdvancedSettings::Form_QueryUnload() {
+  OKButton_Click(*this);
+}
 
 }  // namespace korvane

@@ -12,7 +12,7 @@
 
 namespace korvane {
 
-class Program;
+class Platform;
 
 const ControlDefinition& advancedSettingsControl(const std::string& name);
 const FormDefinition& advancedSettingsDefinition();
@@ -21,9 +21,10 @@ MaskedEditSettings autoLodFieldSettings();
 
 class frmAdvancedSettings : public Form {
  public:
-  explicit frmAdvancedSettings(Program& program);
+  // The owner is the window it shows over, the main window.
+  frmAdvancedSettings(Platform& platform, Form& owner);
 
-  Program& program() const { return m_program; }
+  Form& owner() const { return m_owner; }
 
   // Runs once, at creation: centres the window and sets no field.
   void Form_Load();
@@ -41,7 +42,7 @@ class frmAdvancedSettings : public Form {
  private:
   void connectHandlers();
 
-  Program& m_program;
+  Form& m_owner;
 };
 
 }  // namespace korvane

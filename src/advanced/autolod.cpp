@@ -4,10 +4,9 @@
 #include <cmath>
 
 #include "advanced/advanced_settings_window.h"
-#include "mainwindow/main_window.h"
 #include "objectfile/profile_lookup.h"
 #include "runtime/failure_handling.h"
-#include "shell/program.h"
+#include "runtime/platform.h"
 #include "text/number_conversion.h"
 
 namespace korvane {
@@ -87,10 +86,9 @@ std::string FormatAutoLODForDisplay(std::string_view text) {
   }
 }
 
-void ReadAutoLODinfo(Program& program, const SourceSnapshot& source) {
-  Platform& platform = program.platform();
+void ReadAutoLODinfo(frmAdvancedSettings& settings, const SourceSnapshot& source) {
+  Platform& platform = settings.platform();
   reportAndLeave(platform, "ReadAutoLODinfo", [&] {
-    frmAdvancedSettings& settings = program.AdvancedSettings();
     // Both keys are read whatever became of the first.
     std::string value = GetINIString(platform, "LOD Information", "AutoLOD#0", source);
     if (value.empty()) {
@@ -109,20 +107,11 @@ void ReadAutoLODinfo(Program& program, const SourceSnapshot& source) {
   });
 }
 
-void UseDefaultAutoLOD(Program& program) {
-  reportAndLeave(program.platform(), "UseDefaultAutoLOD", [&] {
-    frmAdvancedSettings& settings = program.AdvancedSettings();
+void UseDefaultAutoLOD(frmAdvancedSettings& settings) {
+  reportAndLeave(settings.platform(), "UseDefaultAutoLOD", [&] {
     settings.mskAutoLOD0.SetText(kDefaultAutoLOD0);
     settings.mskAutoLOD1.SetText(kDefaultAutoLOD1);
   });
-}
-
-// The window is shown modally over the main window; the call comes back once
-// OK or the close box has hidden it. The fields are the live values already.
-void btnAdvancedSettings_Click(frmKorvane& frm) {
-  frmAdvancedSettings& settings = frm.program().AdvancedSettings();
-  settings.SetVisible(true);
-  frm.platform().showModal(settings, frm);
 }
 
 void OKButton_Click(frmAdvancedSettings& frm) {
@@ -131,7 +120,7 @@ void OKButton_Click(frmAdvancedSettings& frm) {
 }
 
 void btnUseDefault_Click(frmAdvancedSettings& frm) {
-  UseDefaultAutoLOD(frm.program());
+  UseDefaultAutoLOD(frm);
 }
 
 void mskAutoLOD0_LostFocus(frmAdvancedSettings& frm) {

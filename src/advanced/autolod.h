@@ -7,9 +7,7 @@
 
 namespace korvane {
 
-class Program;
 class SourceSnapshot;
-class frmKorvane;
 class frmAdvancedSettings;
 
 inline constexpr const char* kDefaultAutoLOD0 = "0.250";
@@ -21,10 +19,11 @@ std::string NormalizeAutoLOD(std::string_view text);
 // How a field shows its text while it does not have the focus.
 std::string FormatAutoLODForDisplay(std::string_view text);
 
-void ReadAutoLODinfo(Program& program, const SourceSnapshot& source);
-void UseDefaultAutoLOD(Program& program);
+// Both set the fields of the settings window. The main window's versions,
+// which bring that window into being, are in mainwindow/window_procedures.h.
+void ReadAutoLODinfo(frmAdvancedSettings& settings, const SourceSnapshot& source);
+void UseDefaultAutoLOD(frmAdvancedSettings& settings);
 
-void btnAdvancedSettings_Click(frmKorvane& frm);
 void OKButton_Click(frmAdvancedSettings& frm);
 void btnUseDefault_Click(frmAdvancedSettings& frm);
 void mskAutoLOD0_LostFocus(frmAdvancedSettings& frm);

@@ -7,6 +7,7 @@
 #include <optional>
 #include <system_error>
 
+#include "desktop/headless_platform.h"
 #include "mainwindow/color_key_editor.h"
 #include "mainwindow/main_window.h"
 #include "objectfile/file.h"
@@ -14,7 +15,6 @@
 #include "rewrite/keyword_scan.h"
 #include "runtime/failure.h"
 #include "runtime/failure_handling.h"
-#include "runtime/headless_platform.h"
 #include "runtime/utf8_path.h"
 #include "shell/program.h"
 #include "text/number_conversion.h"

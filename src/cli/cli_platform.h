@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-#include "runtime/headless_platform.h"
+#include "desktop/headless_platform.h"
 
 namespace korvane::cli {
 

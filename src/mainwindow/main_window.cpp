@@ -1,16 +1,16 @@
 #include "mainwindow/main_window.h"
 
 #include "advanced/autolod.h"
+#include "desktop/help.h"
+#include "desktop/placement.h"
 #include "mainwindow/color_key_editor.h"
-#include "mainwindow/placement.h"
 #include "mainwindow/save_as.h"
 #include "mainwindow/source_loading.h"
-#include "shell/help.h"
-#include "shell/program.h"
+#include "mainwindow/window_procedures.h"
 
 namespace korvane {
 
-frmKorvane::frmKorvane(Program& program)
+frmKorvane::frmKorvane(ProgramServices& program)
     : Form(program.platform(), mainWindowDefinition()), m_program(program) {
   connectHandlers();
 }
@@ -40,7 +40,9 @@ void frmKorvane::Form_Load() {
   for (int channel = 0; channel < 3; ++channel) colorKeySlider(channel).SetValue(128);
 }
 
-void frmKorvane::Form_QueryUnload() { m_program.ExitProgram(); }
+void frmKorvane::Form_QueryUnload() {
+  m_program.ExitProgram();
+}
 
 void frmKorvane::RequestClose() {
   if (closing) return;

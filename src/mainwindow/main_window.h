@@ -2,15 +2,20 @@
 // frmKorvane: the main window as records. The program has no document object:
 // these controls are its working state, read and written by the workflows.
 //
-// How data flows:
-//   author input (Qt layer) -> control record set/click -> handler (same call)
-//   handlers -> workflows (source loading, ColorKey editor, Save As)
-//   workflows -> lookups in the file on disk (objectfile/profile_lookup)
-//             -> line stores lstDataLOD0/1 (objectfile/line_store)
-//             -> rewriting of the stored lines (rewrite/) -> files on disk
-//   the platform (runtime/platform.h) comes in for message boxes, file
-//   dialogs, the per-user store, opening the help, the screen and the window
-//   system; the Qt layer provides it, tests script it.
+// Layers, each a library that links only those below it (an include of a
+// higher folder does not compile):
+//   qt, cli, scenario   front ends: widgets, korvane-cli, the scripted driver
+//   shell               Program: start-up, the two windows, exit
+//   mainwindow          frmKorvane, its handlers and workflows; window_procedures
+//                       hands its stores and values to the procedures below
+//   advanced            frmAdvancedSettings and the AutoLOD values
+//   desktop             file dialogs, remembered directory, help, placement
+//   controls            the controls as records
+//   rewrite             material and LOD lines, on a LineStore and plain values
+//   objectfile          line stores, source snapshots, lookups, validation, files
+//   text, runtime       text functions; failures, message frames, the Platform
+// Data of one job: handler -> path -> SourceSnapshot (read once) -> validation,
+// lookups, store -> rewrite on the stores -> saved file.
 
 #include "controls/button.h"
 #include "controls/check_box.h"
@@ -26,7 +31,21 @@
 
 namespace korvane {
 
-class Program;
+class Platform;
+class frmAdvancedSettings;
+
+// What the main window asks of the program that runs it (shell/program.h):
+// the other window and the end of the process.
+class ProgramServices {
+ public:
+  virtual Platform& platform() const = 0;
+  // The settings window, brought into being on first touch.
+  virtual frmAdvancedSettings& AdvancedSettings() = 0;
+  [[noreturn]] virtual void ExitProgram() = 0;
+
+ protected:
+  ~ProgramServices() = default;
+};
 
 // The definition of a control of frmKorvane, by name.
 const ControlDefinition& mainWindowControl(const std::string& name);
@@ -36,9 +55,9 @@ MaskedEditSettings colorKeyFieldSettings();
 
 class frmKorvane : public Form {
  public:
-  explicit frmKorvane(Program& program);
+  explicit frmKorvane(ProgramServices& program);
 
-  Program& program() const { return m_program; }
+  ProgramServices& program() const { return m_program; }
 
   // Runs once, when the window is first shown, before it appears.
   void Form_Load();
@@ -112,7 +131,7 @@ class frmKorvane : public Form {
  private:
   void connectHandlers();
 
-  Program& m_program;
+  ProgramServices& m_program;
 };
 
 }  // namespace korvane

@@ -1,12 +1,10 @@
 #include "mainwindow/save_as.h"
 
+#include "desktop/file_dialog.h"
 #include "mainwindow/main_window.h"
 #include "mainwindow/window_procedures.h"
-#include "rewrite/lod_merge.h"
-#include "rewrite/material_lines.h"
 #include "runtime/message_box.h"
 #include "runtime/shared_strings.h"
-#include "shell/file_dialog.h"
 
 namespace korvane {
 

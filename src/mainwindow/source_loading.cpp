@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "advanced/autolod.h"
+#include "desktop/file_dialog.h"
 #include "mainwindow/color_key_editor.h"
 #include "mainwindow/main_window.h"
 #include "mainwindow/window_procedures.h"
@@ -15,7 +16,6 @@
 #include "runtime/failure_handling.h"
 #include "runtime/message_box.h"
 #include "runtime/shared_strings.h"
-#include "shell/file_dialog.h"
 #include "text/delimited_text.h"
 #include "text/number_conversion.h"
 
@@ -108,7 +108,7 @@ void AddSourceLOD1(frmKorvane& frm, const std::string& path) {
   frm.Frame4.SetEnabled(true);
   frm.btnBrowseLOD1.SetEnabled(true);
   frm.txtFilePathLOD1.SetEnabled(true);
-  UseDefaultAutoLOD(frm.program());
+  UseDefaultAutoLOD(frm);
   frm.btnAdvancedSettings.SetEnabled(true);
   frm.txtFilePathLOD1.SetText(path);
   ReadFileLOD1(frm, std::move(*source));
@@ -179,7 +179,7 @@ void ReadNumberOfLOD(frmKorvane& frm, const SourceSnapshot& source) {
     if (number >= 2) {
       // The box stays disabled from the LOD 0 click: a grayed box is not the author's to change.
       frm.chkAddLOD1.SetValue(2);
-      ReadAutoLODinfo(frm.program(), source);
+      ReadAutoLODinfo(frm, source);
       // Only now: the closing branch run by the set above has just disabled it.
       frm.btnAdvancedSettings.SetEnabled(true);
     } else {

@@ -352,7 +352,7 @@ WindowView& QtPlatform::viewFor(Form& window) {
   if (auto* main = dynamic_cast<frmKorvane*>(&window)) {
     view = std::make_unique<MainWindowView>(*main, *this);
   } else if (auto* settings = dynamic_cast<frmAdvancedSettings*>(&window)) {
-    QWidget& owner = viewFor(settings->program().MainWindow()).widget();
+    QWidget& owner = viewFor(settings->owner()).widget();
     view = std::make_unique<SettingsWindowView>(*settings, *this, owner);
   } else {
     throw std::logic_error("no view for the window " + window.Name());

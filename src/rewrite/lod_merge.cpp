@@ -5,10 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "mainwindow/main_window.h"
+#include "objectfile/line_store.h"
 #include "rewrite/keyword_scan.h"
 #include "runtime/failure_handling.h"
-#include "shell/program.h"
 #include "text/byte_scan.h"
 #include "text/delimited_text.h"
 
@@ -83,16 +82,14 @@ void updateTransitionPoints(LineStore& lines, const TransitionPoints& points) {
 
 }  // namespace
 
-void UpdateLODInformation(frmKorvane& frm) {
-  reportAndLeave(frm.platform(), "UpdateLODInformation", [&] {
-    // Both points are read before any line is touched; asking for them
-    // brings the settings window into being, hidden, if it is not there yet.
-    const frmAdvancedSettings& settings = frm.program().AdvancedSettings();
+void UpdateLODInformation(Platform& platform, LineStore& lod0, int addLOD1, const std::string& autoLOD0,
+                          const std::string& autoLOD1) {
+  reportAndLeave(platform, "UpdateLODInformation", [&] {
     TransitionPoints points;
-    points.autoLod0Line = "AutoLOD#0=" + settings.mskAutoLOD0.Text();
-    points.autoLod1Line = "AutoLOD#1=" + settings.mskAutoLOD1.Text();
-    LineStore& lines = frm.lstDataLOD0.Store();
-    if (frm.chkAddLOD1.Value() == 2) {
+    points.autoLod0Line = "AutoLOD#0=" + autoLOD0;
+    points.autoLod1Line = "AutoLOD#1=" + autoLOD1;
+    LineStore& lines = lod0;
+    if (addLOD1 == 2) {
       updateTransitionPoints(lines, points);
     } else {
       extendToTwoLods(lines, points);
@@ -100,9 +97,9 @@ void UpdateLODInformation(frmKorvane& frm) {
   });
 }
 
-void UpdateLOD1(frmKorvane& frm) {
-  reportAndLeave(frm.platform(), "UpdateLOD1", [&] {
-    LineStore& lines = frm.lstDataLOD1.Store();
+void UpdateLOD1(Platform& platform, LineStore& lod1) {
+  reportAndLeave(platform, "UpdateLOD1", [&] {
+    LineStore& lines = lod1;
     // "LOD 1" neither holds "LOD 0" nor forms it with its neighbours, and
     // "LOD 0" cannot overlap itself: renaming each occurrence where it stands
     // gives what Substitute gives, as long as Substitute's positions hold.
@@ -119,7 +116,7 @@ void UpdateLOD1(frmKorvane& frm) {
         });
     // Such a line goes through Substitute, which tells the author.
     for (LineStore::Index index : beyondLimit) {
-      const std::string renamed = Substitute(frm.platform(), lines.List(index), kLod0, kLod1);
+      const std::string renamed = Substitute(platform, lines.List(index), kLod0, kLod1);
       // A line that holds "LOD 0" never renames to nothing: an empty result is
       // Substitute's failure, already shown, and the author's line must stay.
       if (!renamed.empty()) replaceLine(lines, index, renamed);

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "mainwindow/main_window.h"
+#include "objectfile/line_store.h"
 #include "rewrite/keyword_scan.h"
 #include "runtime/failure_handling.h"
 #include "runtime/message_box.h"
@@ -16,27 +16,24 @@ constexpr std::string_view kColorKeyKeyword = "COLORKEY=";
 
 }  // namespace
 
-void UpdateTextureMapLOD0(frmKorvane& frm) {
-  reportAndLeave(frm.platform(), "UpdateTextureMapLOD0", [&] {
-    LineStore& lines = frm.lstDataLOD0.Store();
+void UpdateTextureMapLOD0(Platform& platform, LineStore& lod0, const std::string& textureMap) {
+  reportAndLeave(platform, "UpdateTextureMapLOD0", [&] {
+    LineStore& lines = lod0;
     const std::optional<LineStore::Index> at = findKeyword(lines, kTextureMapKeyword);
     if (!at) {
-      MsgBox(frm.platform(), "The TextureMap keyword was not found in your KOB file");
+      MsgBox(platform, "The TextureMap keyword was not found in your KOB file");
       return;
     }
-    replaceLine(lines, *at, "TextureMap=" + frm.txtTextureMap.Text());
+    replaceLine(lines, *at, "TextureMap=" + textureMap);
   });
 }
 
-void UpdateColorKeyLOD0(frmKorvane& frm) {
-  reportAndLeave(frm.platform(), "UpdateColorKeyLOD0", [&] {
-    const bool colorKeyOn = frm.chkAddColorKey.Value() != 0;
+void UpdateColorKeyLOD0(Platform& platform, LineStore& lod0, bool colorKeyOn,
+                        const std::array<std::string, 3>& channels) {
+  reportAndLeave(platform, "UpdateColorKeyLOD0", [&] {
     std::string line;
-    if (colorKeyOn) {
-      line = "ColorKey=" + frm.mskColorKey0.Text() + "," + frm.mskColorKey1.Text() + "," +
-             frm.mskColorKey2.Text();
-    }
-    LineStore& lines = frm.lstDataLOD0.Store();
+    if (colorKeyOn) line = "ColorKey=" + channels[0] + "," + channels[1] + "," + channels[2];
+    LineStore& lines = lod0;
     if (const std::optional<LineStore::Index> at = findKeyword(lines, kColorKeyKeyword)) {
       if (colorKeyOn) {
         replaceLine(lines, *at, line);

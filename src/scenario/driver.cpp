@@ -11,6 +11,7 @@
 #include <stdexcept>
 
 #include "advanced/advanced_settings_window.h"
+#include "desktop/directory_store.h"
 #include "mainwindow/main_window.h"
 #include "mainwindow/source_loading.h"
 #include "runtime/shared_strings.h"
@@ -18,7 +19,6 @@
 #include "scenario/escapes.h"
 #include "scenario/scenario_platform.h"
 #include "scenario/transcript.h"
-#include "shell/directory_store.h"
 #include "shell/program.h"
 
 namespace korvane::scenario {

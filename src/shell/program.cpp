@@ -1,8 +1,8 @@
 #include "shell/program.h"
 
+#include "desktop/directory_store.h"
 #include "runtime/failure_handling.h"
 #include "runtime/shared_strings.h"
-#include "shell/directory_store.h"
 
 namespace korvane {
 
@@ -48,7 +48,7 @@ frmKorvane& Program::MainWindow() {
 
 frmAdvancedSettings& Program::AdvancedSettings() {
   if (!m_advanced) {
-    m_advanced = std::make_unique<frmAdvancedSettings>(*this);
+    m_advanced = std::make_unique<frmAdvancedSettings>(m_platform, MainWindow());
     m_advanced->Form_Load();
   }
   return *m_advanced;

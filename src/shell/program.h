@@ -11,28 +11,28 @@
 
 namespace korvane {
 
-class Program {
+class Program : public ProgramServices {
  public:
   explicit Program(Platform& platform);
   ~Program();
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
-  Platform& platform() const { return m_platform; }
+  Platform& platform() const override { return m_platform; }
 
   // Start-up: the title, the remembered directory with its fallback, and the
   // main window shown (its Form_Load runs first).
   void Main();
   // Closes both windows with failures ignored and ends the process: it calls
   // Platform::endProcess and then throws ProcessEnded.
-  [[noreturn]] void ExitProgram();
+  [[noreturn]] void ExitProgram() override;
 
   // The main window; created by Main (or on first call).
   frmKorvane& MainWindow();
   bool MainWindowLoaded() const { return m_main != nullptr; }
 
   // The settings window, brought into being on first touch.
-  frmAdvancedSettings& AdvancedSettings();
+  frmAdvancedSettings& AdvancedSettings() override;
   bool AdvancedSettingsLoaded() const { return m_advanced != nullptr; }
 
  private:

@@ -6,6 +6,7 @@
 
 #include "advanced/autolod.h"
 #include "mainwindow/main_window.h"
+#include "mainwindow/window_procedures.h"
 #include "shell/program.h"
 #include "support/scripted_platform.h"
 

@@ -62,17 +62,17 @@ class AutoLODValues : public ::testing::Test {
 };
 
 TEST_F(AutoLODValues, EmptyValueCountsAsMissingUnreadableOneAsZero) {
-  ReadAutoLODinfo(program, SourceSnapshot(source("", "abc")));
+  ReadAutoLODinfo(program.AdvancedSettings(), SourceSnapshot(source("", "abc")));
   EXPECT_EQ(platform.messages, Texts{"AutoLOD#0 not found.  Using default value..."});
   EXPECT_EQ(fields(), (Texts{"0.250", "0.000"}));
 }
 
 TEST_F(AutoLODValues, OverflowEndsTheReadingWithWhatWasSetKept) {
-  UseDefaultAutoLOD(program);
+  UseDefaultAutoLOD(program.AdvancedSettings());
   program.AdvancedSettings().mskAutoLOD1.SetText("9.000");
-  ReadAutoLODinfo(program, SourceSnapshot(source("0.125", "1e999")));
+  ReadAutoLODinfo(program.AdvancedSettings(), SourceSnapshot(source("0.125", "1e999")));
   EXPECT_EQ(fields(), (Texts{"0.125", "9.000"}));
-  ReadAutoLODinfo(program, SourceSnapshot(source("1e999", std::nullopt)));
+  ReadAutoLODinfo(program.AdvancedSettings(), SourceSnapshot(source("1e999", std::nullopt)));
   EXPECT_EQ(fields(), (Texts{"0.125", "9.000"}));
   EXPECT_EQ(platform.messages, Texts(2, "Unexpected error in ReadAutoLODinfo: Overflow ( 6)"));
 }

@@ -4,8 +4,8 @@
 
 #include <functional>
 
-#include "faulty_platform.h"
 #include "runtime/failure.h"
+#include "support/faulty_platform.h"
 
 namespace korvane {
 namespace {

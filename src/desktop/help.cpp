@@ -1,4 +1,4 @@
-#include "shell/help.h"
+#include "desktop/help.h"
 
 #include "runtime/failure_handling.h"
 #include "runtime/message_box.h"

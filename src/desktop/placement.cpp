@@ -1,4 +1,4 @@
-#include "mainwindow/placement.h"
+#include "desktop/placement.h"
 
 #include <cstdint>
 

@@ -1,4 +1,4 @@
-#include "shell/directory_store.h"
+#include "desktop/directory_store.h"
 
 #include "runtime/failure_handling.h"
 #include "runtime/message_box.h"

@@ -1,12 +1,12 @@
-#include "shell/directory_store.h"
+#include "desktop/directory_store.h"
 
 #include <gtest/gtest.h>
 
 #include <new>
 
-#include "faulty_platform.h"
 #include "runtime/failure.h"
 #include "runtime/shared_strings.h"
+#include "support/faulty_platform.h"
 
 namespace korvane {
 namespace {

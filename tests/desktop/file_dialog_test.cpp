@@ -1,9 +1,10 @@
-#include "shell/file_dialog.h"
+#include "desktop/file_dialog.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
+#include "mainwindow/window_procedures.h"
 #include "runtime/shared_strings.h"
 #include "shell/program.h"
 #include "support/scripted_platform.h"

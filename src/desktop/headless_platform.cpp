@@ -1,4 +1,4 @@
-#include "runtime/headless_platform.h"
+#include "desktop/headless_platform.h"
 
 #include <filesystem>
 

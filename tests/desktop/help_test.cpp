@@ -1,10 +1,10 @@
-#include "shell/help.h"
+#include "desktop/help.h"
 
 #include <gtest/gtest.h>
 
-#include "faulty_platform.h"
 #include "runtime/failure.h"
 #include "shell/program.h"
+#include "support/faulty_platform.h"
 
 namespace korvane {
 namespace {

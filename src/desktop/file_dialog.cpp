@@ -1,13 +1,14 @@
-#include "shell/file_dialog.h"
+#include "desktop/file_dialog.h"
 
 #include <filesystem>
 
-#include "mainwindow/main_window.h"
+#include "controls/file_dialog_control.h"
+#include "controls/form.h"
+#include "desktop/directory_store.h"
 #include "runtime/failure_handling.h"
 #include "runtime/platform.h"
 #include "runtime/shared_strings.h"
 #include "runtime/utf8_path.h"
-#include "shell/directory_store.h"
 
 namespace korvane {
 
@@ -25,11 +26,10 @@ void RememberDirectoryOf(Platform& platform, const std::string& path) {
   SaveDefaultDir(platform);
 }
 
-std::string ShowFileDialog(frmKorvane& frm, const std::string& title, const std::string& initialDirectory,
-                           const std::string& filter, std::int16_t filterIndex, bool saveMode,
-                           const std::string& fileName) {
-  FileDialogControl& dialog = frm.CommonDialog1;
-  Platform& platform = frm.platform();
+std::string ShowFileDialog(FileDialogControl& dialog, const std::string& title,
+                           const std::string& initialDirectory, const std::string& filter,
+                           std::int16_t filterIndex, bool saveMode, const std::string& fileName) {
+  Platform& platform = dialog.Parent().platform();
   std::string result;
   dialog.CancelError = true;
   // Cancel and failure end alike: no path, no message, nothing remembered.
