@@ -2,24 +2,17 @@
 
 #include <chrono>
 #include <numeric>
-#include <optional>
 #include <utility>
 
-#include "advanced/autolod.h"
+#include "advanced/advanced_settings_window.h"
 #include "desktop/headless_platform.h"
-#include "mainwindow/color_key_editor.h"
+#include "mainwindow/save_as.h"
 #include "mainwindow/source_loading.h"
-#include "mainwindow/window_procedures.h"
-#include "objectfile/source_snapshot.h"
-#include "objectfile/source_validation.h"
-#include "rewrite/lod_merge.h"
-#include "rewrite/material_lines.h"
 #include "shell/program.h"
 
 namespace korvane::bench {
 
-const std::array<const char*, kStepCount> kStepNames = {"lookups0", "read0",   "lookups1", "read1", "texmap",
-                                                        "colorkey", "lodinfo", "lod1",     "save"};
+const std::array<const char*, kStepCount> kStepNames = {"open0", "add1", "save"};
 
 double StepTimes::total() const {
   return std::accumulate(seconds.begin(), seconds.end(), 0.0);
@@ -58,40 +51,11 @@ JobOutcome runJobInSteps(const JobFiles& files) {
     frmKorvane& frm = program.MainWindow();
     auto& t = outcome.steps.seconds;
 
-    std::optional<SourceSnapshot> lod0;
-    std::optional<SourceSnapshot> lod1;
-    // What btnBrowseLOD0_Click does once the dialog has given the path.
-    t[kLookupsLOD0] = timed([&] {
-      lod0.emplace(files.lod0);
-      if (!ValidateFileLOD0(platform, *lod0)) return;
-      frm.txtFilePathLOD0.SetText(files.lod0);
-      ReadTextureMap(frm, *lod0);
-      ReadColorKeyINI(frm, *lod0);
-      ReadNumberOfLOD(frm, *lod0);
-    });
-    t[kReadLOD0] = timed([&] { ReadFileLOD0(frm, std::move(*lod0)); });
-
-    // The opening branch of chkAddLOD1_Click. The box goes to 1 with its
-    // handler held back, since the handler is what these steps replay.
+    // The steps of the three handlers once their dialogs have given the paths.
     // Without a LOD 1 source, the LOD 0 source holds two LODs already.
-    if (!files.lod1.empty())
-      t[kLookupsLOD1] = timed([&] {
-        lod1.emplace(files.lod1);
-        if (!ValidateFileLOD1(platform, *lod1)) return;
-        auto handler = std::exchange(frm.chkAddLOD1.onClick, nullptr);
-        frm.chkAddLOD1.SetValue(1);
-        frm.chkAddLOD1.onClick = std::move(handler);
-        UseDefaultAutoLOD(frm);
-        frm.txtFilePathLOD1.SetText(files.lod1);
-      });
-    if (!files.lod1.empty()) t[kReadLOD1] = timed([&] { ReadFileLOD1(frm, std::move(*lod1)); });
-
-    // btnSaveAs_Click once the dialog has given the path.
-    t[kTextureMap] = timed([&] { UpdateTextureMapLOD0(frm); });
-    t[kColorKey] = timed([&] { UpdateColorKeyLOD0(frm); });
-    t[kLODInformation] = timed([&] { UpdateLODInformation(frm); });
-    t[kLOD1] = timed([&] { UpdateLOD1(frm); });
-    t[kSaveCombined] = timed([&] { SaveFileCombined(frm, files.output); });
+    t[kOpenLOD0] = timed([&] { OpenSourceLOD0(frm, files.lod0); });
+    if (!files.lod1.empty()) t[kAddLOD1] = timed([&] { TickAddLOD1(frm, files.lod1); });
+    t[kSaveAs] = timed([&] { SaveAs(frm, files.output); });
 
     finish(outcome, program, platform);
   }

@@ -1,8 +1,8 @@
 #pragma once
 // The author's whole job on two sources, as the program runs it: open the
 // LOD 0 source, add the LOD 1 source, save the combined file. Timed two ways
-// on a fresh Program each time: step by step through the procedures the
-// handlers call, in the handlers' order, and as three clicks on the records.
+// on a fresh Program each time: step by step through the workflow steps the
+// handlers call with the dialogs' paths, and as three clicks on the records.
 
 #include <array>
 #include <string>
@@ -16,16 +16,11 @@ struct JobFiles {
   std::string output;
 };
 
+// The steps the window's handlers take once their dialogs have given a path.
 enum Step {
-  kLookupsLOD0,  // flush, ValidateFileLOD0, ReadTextureMap, ReadColorKeyINI, ReadNumberOfLOD
-  kReadLOD0,
-  kLookupsLOD1,  // flush, ValidateFileLOD1, UseDefaultAutoLOD
-  kReadLOD1,
-  kTextureMap,
-  kColorKey,
-  kLODInformation,
-  kLOD1,
-  kSaveCombined,
+  kOpenLOD0,  // OpenSourceLOD0: validation, lookups, the lines stored
+  kAddLOD1,   // TickAddLOD1: the box ticked, validation, defaults, the lines stored
+  kSaveAs,    // SaveSourcesAs: the rewriting of the stored lines and the write
   kStepCount
 };
 

@@ -13,6 +13,8 @@
 #include "advanced/autolod.h"
 #include "cli/cli_platform.h"
 #include "cli/cli_system.h"
+#include "mainwindow/save_as.h"
+#include "mainwindow/source_loading.h"
 #include "objectfile/file.h"
 #include "runtime/failure.h"
 #include "runtime/utf8_path.h"
@@ -86,15 +88,6 @@ std::string refusal(const std::string& path, const char* role) {
          (why.empty() ? std::string("refused as the ") + role + " source" : "cannot be read: " + why);
 }
 
-// Whether a read of the lines reported a failure since message number `from`:
-// the store may then hold part of the source, which must not be saved.
-bool readFailed(const CliPlatform& platform, std::size_t from) {
-  for (std::size_t i = from; i < platform.messages.size(); ++i) {
-    if (platform.messages[i].starts_with("Unexpected error in ReadFileLOD")) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 Parsed parseColorKey(const std::string& text, std::array<std::string, 3>& rgb) {
@@ -152,17 +145,12 @@ MergeOutcome runMerge(CliPlatform& platform, const MergeJob& job) {
   frmKorvane& frm = program.MainWindow();
   MergeOutcome outcome;
 
-  platform.dialogAnswers.clear();
-  std::size_t before = platform.messages.size();
-  platform.answer(job.lod0);
-  frm.btnBrowseLOD0.Click();
-  // A refused source has had its say in a message box and left the window empty.
-  if (frm.txtFilePathLOD0.Text().empty()) {
-    outcome.error = refusal(job.lod0, "LOD 0");
-    return outcome;
-  }
-  if (readFailed(platform, before)) {
-    outcome.error = job.lod0 + ": reading the LOD 0 source failed: nothing written";
+  const LoadOutcome lod0 = OpenSourceLOD0(frm, job.lod0);
+  // A refused source has had its say in a message box and left the window as it was.
+  if (lod0.result != LoadOutcome::Result::Loaded) {
+    outcome.error = lod0.result == LoadOutcome::Result::ReadFailed
+                        ? job.lod0 + ": reading the LOD 0 source failed: nothing written"
+                        : refusal(job.lod0, "LOD 0");
     return outcome;
   }
 
@@ -171,15 +159,11 @@ MergeOutcome runMerge(CliPlatform& platform, const MergeJob& job) {
       outcome.error = job.lod0 + " already holds two LODs: no LOD 1 source can be added";
       return outcome;
     }
-    before = platform.messages.size();
-    platform.answer(job.lod1);
-    frm.chkAddLOD1.AuthorClick();
-    if (frm.chkAddLOD1.Value() != 1) {
-      outcome.error = refusal(job.lod1, "LOD 1");
-      return outcome;
-    }
-    if (readFailed(platform, before)) {
-      outcome.error = job.lod1 + ": reading the LOD 1 source failed: nothing written";
+    const LoadOutcome lod1 = TickAddLOD1(frm, job.lod1);
+    if (lod1.result != LoadOutcome::Result::Loaded) {
+      outcome.error = lod1.result == LoadOutcome::Result::ReadFailed
+                          ? job.lod1 + ": reading the LOD 1 source failed: nothing written"
+                          : refusal(job.lod1, "LOD 1");
       return outcome;
     }
   }
@@ -217,19 +201,15 @@ MergeOutcome runMerge(CliPlatform& platform, const MergeJob& job) {
     }
     target = toStdout->path;
   }
-  before = platform.messages.size();
-  platform.answer(target);
-  frm.btnSaveAs.Click();
-  // Incomplete input is refused before the dialog asks for the target.
-  if (!platform.dialogAnswers.empty()) {
+  const SaveOutcome saved = SaveAs(frm, target);
+  // Incomplete input is refused before the target is asked for.
+  if (saved.result == SaveOutcome::Result::Incomplete) {
     outcome.error = job.output + ": not written: the job is incomplete";
     return outcome;
   }
-  for (std::size_t i = before; i < platform.messages.size(); ++i) {
-    if (platform.messages[i].rfind("Unexpected error in SaveFile", 0) == 0) {
-      outcome.error = job.output + ": not written";
-      return outcome;
-    }
+  if (saved.result != SaveOutcome::Result::Saved) {
+    outcome.error = job.output + ": not written";
+    return outcome;
   }
   if (toStdout) {
     if (std::string why = toStdout->copyOut(); !why.empty()) {

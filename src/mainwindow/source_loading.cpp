@@ -49,20 +49,36 @@ void tickWithoutHandler(CheckBox& box) {
   box.SetValue(1);
 }
 
+LoadOutcome refused(const SourceVerdict& verdict) {
+  LoadOutcome outcome;
+  outcome.result = LoadOutcome::Result::Refused;
+  outcome.refusal = verdict.refusal;
+  return outcome;
+}
+
+// The lines are read last: what became of them is what became of the load.
+LoadOutcome read(std::optional<RuntimeFailure> failure) {
+  LoadOutcome outcome;
+  outcome.result = failure ? LoadOutcome::Result::ReadFailed : LoadOutcome::Result::Loaded;
+  outcome.failure = std::move(failure);
+  return outcome;
+}
+
 }  // namespace
 
 void btnBrowseLOD0_Click(frmKorvane& frm) {
   OpenSourceLOD0(frm, askForFile(frm, "Open KOB File (LOD 0)", kKobFilter));
 }
 
-void OpenSourceLOD0(frmKorvane& frm, const std::string& path) {
-  if (path.empty()) return;
+LoadOutcome OpenSourceLOD0(frmKorvane& frm, const std::string& path) {
+  if (path.empty()) return {};
   // One opening reads the file once: its validation, lookups and store all
   // see the bytes of this snapshot.
   SourceSnapshot source(path);
   // Every change to the window comes after the validation, so a refused file
   // leaves whatever was loaded as it was.
-  if (!ValidateFileLOD0(frm.platform(), source)) return;
+  SourceVerdict verdict = ValidateSourceLOD0(frm.platform(), source);
+  if (!verdict.accepted) return refused(verdict);
 
   frm.lstDataLOD1.Store().Clear();
   // Dropping a loaded LOD 1 (or a grayed box) runs the box's closing branch.
@@ -78,32 +94,37 @@ void OpenSourceLOD0(frmKorvane& frm, const std::string& path) {
   ReadTextureMap(frm, source);
   ReadColorKeyINI(frm, source);
   ReadNumberOfLOD(frm, source);
-  ReadFileLOD0(frm, std::move(source));
+  return read(ReadFileLOD0(frm, std::move(source)));
 }
 
 void btnBrowseLOD1_Click(frmKorvane& frm) {
   SwapSourceLOD1(frm, askForLOD1Source(frm));
 }
 
-void SwapSourceLOD1(frmKorvane& frm, const std::string& path) {
-  if (path.empty()) return;
+LoadOutcome SwapSourceLOD1(frmKorvane& frm, const std::string& path) {
+  if (path.empty()) return {};
   SourceSnapshot source(path);
-  if (!ValidateFileLOD1(frm.platform(), source)) return;
+  SourceVerdict verdict = ValidateSourceLOD1(frm.platform(), source);
+  if (!verdict.accepted) return refused(verdict);
   // A swap of the LOD 1 source keeps the AutoLOD values the author set.
   frm.txtFilePathLOD1.SetText(path);
-  ReadFileLOD1(frm, std::move(source));
+  return read(ReadFileLOD1(frm, std::move(source)));
 }
 
-void AddSourceLOD1(frmKorvane& frm, const std::string& path) {
+LoadOutcome AddSourceLOD1(frmKorvane& frm, const std::string& path) {
   std::optional<SourceSnapshot> source;
   if (!path.empty()) source.emplace(path);
-  bool accepted = source && ValidateFileLOD1(frm.platform(), *source);
-  if (!accepted) {
+  LoadOutcome outcome;
+  if (source) {
+    SourceVerdict verdict = ValidateSourceLOD1(frm.platform(), *source);
+    if (!verdict.accepted) outcome = refused(verdict);
+  }
+  if (!source || outcome.result == LoadOutcome::Result::Refused) {
     // Unchecking runs the box's handler again, inside the set, on its closing
     // branch; nothing is left to do here afterwards.
     frm.lstDataLOD1.Store().Clear();
     frm.chkAddLOD1.SetValue(0);
-    return;
+    return outcome;
   }
   frm.Frame4.SetEnabled(true);
   frm.btnBrowseLOD1.SetEnabled(true);
@@ -111,7 +132,12 @@ void AddSourceLOD1(frmKorvane& frm, const std::string& path) {
   UseDefaultAutoLOD(frm);
   frm.btnAdvancedSettings.SetEnabled(true);
   frm.txtFilePathLOD1.SetText(path);
-  ReadFileLOD1(frm, std::move(*source));
+  return read(ReadFileLOD1(frm, std::move(*source)));
+}
+
+LoadOutcome TickAddLOD1(frmKorvane& frm, const std::string& path) {
+  tickWithoutHandler(frm.chkAddLOD1);
+  return AddSourceLOD1(frm, path);
 }
 
 void btnBrowseTextureMap_Click(frmKorvane& frm) {

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "mainwindow/workflow_outcome.h"
+
 namespace korvane {
 
 class frmKorvane;
@@ -16,10 +18,12 @@ void chkAddLOD1_Click(frmKorvane& frm);
 
 // The LOD 0 click, the LOD 1 click and the opening branch of the box's
 // handler from the moment the dialog has given a path on: an empty path is a
-// cancelled dialog.
-void OpenSourceLOD0(frmKorvane& frm, const std::string& path);
-void SwapSourceLOD1(frmKorvane& frm, const std::string& path);
-void AddSourceLOD1(frmKorvane& frm, const std::string& path);
+// cancelled dialog. Each says what became of the file.
+LoadOutcome OpenSourceLOD0(frmKorvane& frm, const std::string& path);
+LoadOutcome SwapSourceLOD1(frmKorvane& frm, const std::string& path);
+LoadOutcome AddSourceLOD1(frmKorvane& frm, const std::string& path);
+// The author's tick of chkAddLOD1 with path as the dialog's answer.
+LoadOutcome TickAddLOD1(frmKorvane& frm, const std::string& path);
 
 // A file handed to a source frame from outside its dialog: named on the
 // command line (LOD 0) or dropped on the frame.

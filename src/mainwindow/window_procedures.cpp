@@ -19,20 +19,20 @@ std::string ShowFileDialog(frmKorvane& frm, const std::string& title, const std:
   return ShowFileDialog(frm.CommonDialog1, title, initialDirectory, filter, filterIndex, saveMode, fileName);
 }
 
-void ReadFileLOD0(frmKorvane& frm, SourceSnapshot&& source) {
-  ReadFileLOD0(frm.platform(), frm.lstDataLOD0.Store(), std::move(source));
+std::optional<RuntimeFailure> ReadFileLOD0(frmKorvane& frm, SourceSnapshot&& source) {
+  return ReadFileLOD0(frm.platform(), frm.lstDataLOD0.Store(), std::move(source));
 }
 
-void ReadFileLOD1(frmKorvane& frm, SourceSnapshot&& source) {
-  ReadFileLOD1(frm.platform(), frm.lstDataLOD1.Store(), std::move(source));
+std::optional<RuntimeFailure> ReadFileLOD1(frmKorvane& frm, SourceSnapshot&& source) {
+  return ReadFileLOD1(frm.platform(), frm.lstDataLOD1.Store(), std::move(source));
 }
 
-void SaveFileLOD0(frmKorvane& frm, const std::string& path) {
-  SaveFileLOD0(frm.platform(), frm.lstDataLOD0.Store(), path);
+std::optional<RuntimeFailure> SaveFileLOD0(frmKorvane& frm, const std::string& path) {
+  return SaveFileLOD0(frm.platform(), frm.lstDataLOD0.Store(), path);
 }
 
-void SaveFileCombined(frmKorvane& frm, const std::string& path) {
-  SaveFileCombined(frm.platform(), frm.lstDataLOD0.Store(), frm.lstDataLOD1.Store(), path);
+std::optional<RuntimeFailure> SaveFileCombined(frmKorvane& frm, const std::string& path) {
+  return SaveFileCombined(frm.platform(), frm.lstDataLOD0.Store(), frm.lstDataLOD1.Store(), path);
 }
 
 void UpdateTextureMapLOD0(frmKorvane& frm) {

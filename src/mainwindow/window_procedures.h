@@ -4,7 +4,10 @@
 // the same name, with the same messages.
 
 #include <cstdint>
+#include <optional>
 #include <string>
+
+#include "runtime/failure.h"
 
 namespace korvane {
 
@@ -14,10 +17,10 @@ class SourceSnapshot;
 std::string ShowFileDialog(frmKorvane& frm, const std::string& title, const std::string& initialDirectory,
                            const std::string& filter, std::int16_t filterIndex, bool saveMode,
                            const std::string& fileName);
-void ReadFileLOD0(frmKorvane& frm, SourceSnapshot&& source);
-void ReadFileLOD1(frmKorvane& frm, SourceSnapshot&& source);
-void SaveFileLOD0(frmKorvane& frm, const std::string& path);
-void SaveFileCombined(frmKorvane& frm, const std::string& path);
+std::optional<RuntimeFailure> ReadFileLOD0(frmKorvane& frm, SourceSnapshot&& source);
+std::optional<RuntimeFailure> ReadFileLOD1(frmKorvane& frm, SourceSnapshot&& source);
+std::optional<RuntimeFailure> SaveFileLOD0(frmKorvane& frm, const std::string& path);
+std::optional<RuntimeFailure> SaveFileCombined(frmKorvane& frm, const std::string& path);
 void UpdateTextureMapLOD0(frmKorvane& frm);
 void UpdateColorKeyLOD0(frmKorvane& frm);
 void UpdateLODInformation(frmKorvane& frm);

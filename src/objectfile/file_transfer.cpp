@@ -39,16 +39,16 @@ void loadSource(LineStore& store, SourceSnapshot& source) {
 
 }  // namespace
 
-void ReadFileLOD0(Platform& platform, LineStore& store, SourceSnapshot&& source) {
-  reportAndLeave(platform, "ReadFileLOD0", [&] {
+std::optional<RuntimeFailure> ReadFileLOD0(Platform& platform, LineStore& store, SourceSnapshot&& source) {
+  return reportAndLeave(platform, "ReadFileLOD0", [&] {
     // Cleared before the file is opened, so a file that fails leaves no old lines.
     store.Clear();
     loadSource(store, source);
   });
 }
 
-void ReadFileLOD1(Platform& platform, LineStore& store, SourceSnapshot&& source) {
-  reportAndLeave(platform, "ReadFileLOD1", [&] {
+std::optional<RuntimeFailure> ReadFileLOD1(Platform& platform, LineStore& store, SourceSnapshot&& source) {
+  return reportAndLeave(platform, "ReadFileLOD1", [&] {
     store.Clear();
     // Whatever happens, only the lines from the marker on may stay stored.
     struct KeepFromMarker {
@@ -69,17 +69,18 @@ void ReadFileLOD1(Platform& platform, LineStore& store, SourceSnapshot&& source)
   });
 }
 
-void SaveFileLOD0(Platform& platform, const LineStore& lod0, const std::string& path) {
-  reportAndLeave(platform, "SaveFileLOD0", [&] {
+std::optional<RuntimeFailure> SaveFileLOD0(Platform& platform, const LineStore& lod0,
+                                           const std::string& path) {
+  return reportAndLeave(platform, "SaveFileLOD0", [&] {
     LineWriter writer(path);
     writeStore(writer, lod0);
     writer.close();
   });
 }
 
-void SaveFileCombined(Platform& platform, const LineStore& lod0, const LineStore& lod1,
-                      const std::string& path) {
-  reportAndLeave(platform, "SaveFileCombined", [&] {
+std::optional<RuntimeFailure> SaveFileCombined(Platform& platform, const LineStore& lod0,
+                                               const LineStore& lod1, const std::string& path) {
+  return reportAndLeave(platform, "SaveFileCombined", [&] {
     LineWriter writer(path);
     writeStore(writer, lod0);
     writeStore(writer, lod1);

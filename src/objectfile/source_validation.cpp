@@ -19,11 +19,11 @@ enum class SourceRole { LOD0, LOD1 };
 // The checks common to both roles and the range check of each. The first
 // check that fails shows its message and refuses; a failure (an overflowing
 // NumberOfLOD) refuses without a word.
-bool validateSource(Platform& platform, const SourceSnapshot& source, SourceRole role) {
-  bool accepted = true;
+SourceVerdict validateSource(Platform& platform, const SourceSnapshot& source, SourceRole role) {
+  SourceVerdict verdict{true, {}};
   auto refuse = [&](const char* message) {
+    verdict = {false, message};
     MsgBox(platform, message);
-    accepted = false;
   };
   bool finished = silentLeave([&] {
     if (GetINIString(platform, "Material - 0", "TextureMap", source).empty()) {
@@ -48,22 +48,30 @@ bool validateSource(Platform& platform, const SourceSnapshot& source, SourceRole
     // The bytes are those the lookups have just read, so this costs no read.
     const SourceText* text = source.text();
     if (text == nullptr) {
-      accepted = false;
+      verdict.accepted = false;
     } else if (text->bareLineFeed) {
       refuse(kBareLineFeedMessage);
     }
   });
-  if (!finished) accepted = false;
-  return accepted;
+  if (!finished) verdict.accepted = false;
+  return verdict;
 }
 
 }  // namespace
 
 bool ValidateFileLOD0(Platform& platform, const SourceSnapshot& source) {
-  return validateSource(platform, source, SourceRole::LOD0);
+  return validateSource(platform, source, SourceRole::LOD0).accepted;
 }
 
 bool ValidateFileLOD1(Platform& platform, const SourceSnapshot& source) {
+  return validateSource(platform, source, SourceRole::LOD1).accepted;
+}
+
+SourceVerdict ValidateSourceLOD0(Platform& platform, const SourceSnapshot& source) {
+  return validateSource(platform, source, SourceRole::LOD0);
+}
+
+SourceVerdict ValidateSourceLOD1(Platform& platform, const SourceSnapshot& source) {
   return validateSource(platform, source, SourceRole::LOD1);
 }
 

@@ -11,6 +11,7 @@
 //   called it.
 // The end of the process (ProcessEnded) is no failure: it always passes on.
 
+#include <optional>
 #include <string_view>
 
 #include "runtime/failure.h"
@@ -32,19 +33,24 @@ RuntimeFailure anyFailure();
 
 }  // namespace detail
 
+// The failure that was reported, for a caller that wants to know how the
+// procedure went; nullopt when the body ran to its end.
 template <class Body, class Report>
-void reportAndLeave(Body&& body, Report&& report) {
+std::optional<RuntimeFailure> reportAndLeave(Body&& body, Report&& report) {
   try {
     body();
+    return std::nullopt;
   } catch (...) {
-    report(detail::expectedFailure());
+    RuntimeFailure failure = detail::expectedFailure();
+    report(failure);
+    return failure;
   }
 }
 
 // "Unexpected error in <procedure>: ..." for the procedures of the main module.
 template <class Body>
-void reportAndLeave(Platform& platform, std::string_view procedure, Body&& body) {
-  reportAndLeave(body, [&](const RuntimeFailure& failure) {
+std::optional<RuntimeFailure> reportAndLeave(Platform& platform, std::string_view procedure, Body&& body) {
+  return reportAndLeave(body, [&](const RuntimeFailure& failure) {
     MsgBox(platform, unexpectedErrorMessage(procedure, failure));
   });
 }
