@@ -57,6 +57,8 @@ TEST_F(Lookup, MaterialTextureMapByTheLookupRules) {
       {"LF ends", "[A]\nx=1\n[Material - 0]\nTextureMap=a.tga\n", "a.tga"},
       {"CR ends", "[A]\rx=1\r[Material - 0]\rTextureMap=a.tga\r", "a.tga"},
       {"byte-order mark", "\xEF\xBB\xBF[Material - 0]\r\nTextureMap=a.tga", "a.tga"},
+      {"half a byte-order mark is part of the first line", "\xEF\xBBx\r\n[Material - 0]\r\nTextureMap=a",
+       "a"},
       {"NUL is ordinary", "[Material - 0]\r\nTextureMap=a\0b\r\n"s, "a\0b"s},
   };
   for (const auto& [name, file, expected] : cases) {
