@@ -10,6 +10,19 @@
 
 namespace korvane::cli {
 
+namespace {
+
+// The C library's words for a failure, as on Linux.
+std::string wordsOf(const RuntimeFailure& failure) {
+  namespace n = failure_number;
+  if (failure.number() == n::FileNotFound || failure.number() == n::PathNotFound)
+    return std::strerror(ENOENT);
+  if (failure.number() == n::PermissionDenied) return std::strerror(EACCES);
+  return failure.description();
+}
+
+}  // namespace
+
 // Ctrl+C and Ctrl+Break in a console, and a request to end.
 std::span<const int> endingSignals() {
   static constexpr int kSignals[] = {SIGINT, SIGBREAK, SIGTERM};
@@ -26,12 +39,7 @@ std::string readJobs(const std::string& path, std::string& text) {
     char buffer[65536];
     while (std::size_t count = file.readSome(buffer, sizeof buffer)) text.append(buffer, count);
   } catch (const RuntimeFailure& failure) {
-    // The C library's words, as on Linux.
-    namespace n = failure_number;
-    if (failure.number() == n::FileNotFound || failure.number() == n::PathNotFound)
-      return std::strerror(ENOENT);
-    if (failure.number() == n::PermissionDenied) return std::strerror(EACCES);
-    return failure.description();
+    return wordsOf(failure);
   }
   return {};
 }
@@ -46,12 +54,7 @@ std::string unreadable(const std::string& path) {
     if (failure.number() == failure_number::PathFileAccessError &&
         !std::filesystem::is_regular_file(name, ignored))
       return "not a regular file";
-    // The C library's words, as on Linux.
-    namespace n = failure_number;
-    if (failure.number() == n::FileNotFound || failure.number() == n::PathNotFound)
-      return std::strerror(ENOENT);
-    if (failure.number() == n::PermissionDenied) return std::strerror(EACCES);
-    return failure.description();
+    return wordsOf(failure);
   }
   return {};
 }
