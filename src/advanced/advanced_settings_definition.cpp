@@ -61,6 +61,8 @@ const FormDefinition& advancedSettingsDefinition() {
   return definition;
 }
 
-MaskedEditSettings autoLodFieldSettings() { return MaskedEditSettings{"", 6, "0.000"}; }
+MaskedEditSettings autoLodFieldSettings() {
+  return MaskedEditSettings{"", 6, "0.000"};
+}
 
 }  // namespace korvane

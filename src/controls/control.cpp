@@ -10,7 +10,9 @@ Control::Control(Form& form, ControlDefinition definition)
   m_form.registerControl(this);
 }
 
-Control::~Control() { m_form.unregisterControl(this); }
+Control::~Control() {
+  m_form.unregisterControl(this);
+}
 
 Control* Control::Container() const {
   return m_definition.container.empty() ? nullptr : m_form.FindControl(m_definition.container);
@@ -22,8 +24,12 @@ void Control::SetEnabled(bool enabled) {
   changed();
 }
 
-void Control::SetFocus() { m_form.platform().setFocus(m_form, *this); }
+void Control::SetFocus() {
+  m_form.platform().setFocus(m_form, *this);
+}
 
-void Control::changed() { m_form.NotifyChanged(this); }
+void Control::changed() {
+  m_form.NotifyChanged(this);
+}
 
 }  // namespace korvane

@@ -12,7 +12,18 @@ namespace korvane {
 
 class Form;
 
-enum class ControlKind { Button, CheckBox, TextBox, Label, Frame, VScrollBar, MaskedEdit, Slider, List, FileDialog };
+enum class ControlKind {
+  Button,
+  CheckBox,
+  TextBox,
+  Label,
+  Frame,
+  VScrollBar,
+  MaskedEdit,
+  Slider,
+  List,
+  FileDialog
+};
 
 struct FontSpec {
   std::string family;  // empty: the window's font

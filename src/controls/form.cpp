@@ -11,9 +11,13 @@ Form::Form(Platform& platform, FormDefinition definition)
 
 Form::~Form() = default;
 
-double Form::Width() const { return m_definition.clientWidth + m_platform.windowFrameSize(*this).width; }
+double Form::Width() const {
+  return m_definition.clientWidth + m_platform.windowFrameSize(*this).width;
+}
 
-double Form::Height() const { return m_definition.clientHeight + m_platform.windowFrameSize(*this).height; }
+double Form::Height() const {
+  return m_definition.clientHeight + m_platform.windowFrameSize(*this).height;
+}
 
 void Form::SetLeft(double left) {
   m_left = left;
@@ -32,8 +36,8 @@ void Form::SetVisible(bool visible) {
 }
 
 Control* Form::FindControl(const std::string& name) const {
-  auto found = std::find_if(m_controls.begin(), m_controls.end(),
-                            [&](const Control* c) { return c->Name() == name; });
+  auto found =
+      std::find_if(m_controls.begin(), m_controls.end(), [&](const Control* c) { return c->Name() == name; });
   return found == m_controls.end() ? nullptr : *found;
 }
 
@@ -41,8 +45,12 @@ void Form::NotifyChanged(Control* control) const {
   if (m_observer) m_observer(control);
 }
 
-void Form::registerControl(Control* control) { m_controls.push_back(control); }
+void Form::registerControl(Control* control) {
+  m_controls.push_back(control);
+}
 
-void Form::unregisterControl(Control* control) { std::erase(m_controls, control); }
+void Form::unregisterControl(Control* control) {
+  std::erase(m_controls, control);
+}
 
 }  // namespace korvane

@@ -141,6 +141,8 @@ const FormDefinition& mainWindowDefinition() {
   return definition;
 }
 
-MaskedEditSettings colorKeyFieldSettings() { return MaskedEditSettings{"###", 3, ""}; }
+MaskedEditSettings colorKeyFieldSettings() {
+  return MaskedEditSettings{"###", 3, ""};
+}
 
 }  // namespace korvane

@@ -8,6 +8,8 @@ namespace korvane {
 std::string AppTitleName;
 std::string DefaultDirPath;
 
-void MsgBox(Platform& platform, const std::string& prompt) { platform.messageBox(prompt, AppTitleName); }
+void MsgBox(Platform& platform, const std::string& prompt) {
+  platform.messageBox(prompt, AppTitleName);
+}
 
 }  // namespace korvane

@@ -15,7 +15,7 @@ class Control;
 struct FileDialogRequest {
   std::string title;
   std::string initialDirectory;
-  std::string filter;  // "description|pattern|description|pattern..."
+  std::string filter;   // "description|pattern|description|pattern..."
   int filterIndex = 1;  // counted from 1
   bool saveMode = false;
   std::string fileName;

@@ -1,8 +1,8 @@
 #include "support/temp_files.h"
 
 #include <fstream>
-#include <sstream>
 #include <random>
+#include <sstream>
 
 namespace korvane::testing {
 

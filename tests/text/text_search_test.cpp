@@ -20,7 +20,8 @@ TEST(TextFinder, FindsWhatTheLibraryFindsForSelfOverlappingPatterns) {
   };
   for (int round = 0; round < 2000; ++round) {
     const std::string pattern = randomText(17 + random() % 8);
-    const std::string text = randomText(random() % 120) + (round % 2 ? pattern : "") + randomText(random() % 20);
+    const std::string text =
+        randomText(random() % 120) + (round % 2 ? pattern : "") + randomText(random() % 20);
     const std::size_t from = random() % 8;
     EXPECT_EQ(TextFinder(pattern).find(text, from), std::string_view(text).find(pattern, from))
         << pattern << " in " << text << " from " << from;
@@ -30,7 +31,8 @@ TEST(TextFinder, FindsWhatTheLibraryFindsForSelfOverlappingPatterns) {
 TEST(TextFinder, NeverLooksPastTheEndOfTheText) {
   const std::string buffer = "xxaaaaaaaaaaaaaaaaaaab";
   const std::string_view pattern = std::string_view(buffer).substr(2);
-  EXPECT_EQ(TextFinder(pattern).find(std::string_view(buffer).substr(0, buffer.size() - 1)), std::string::npos);
+  EXPECT_EQ(TextFinder(pattern).find(std::string_view(buffer).substr(0, buffer.size() - 1)),
+            std::string::npos);
 }
 
 }  // namespace
