@@ -4,7 +4,8 @@
 //
 // Layers, each a library that links only those below it (an include of a
 // higher folder does not compile):
-//   qt, cli, scenario   front ends: widgets, korvane-cli, the scripted driver
+//   qt, cli             front ends: widgets, korvane-cli (tools/scenario, the
+//                       scripted driver for the tests, drives qt)
 //   shell               Program: start-up, the two windows, exit
 //   mainwindow          frmKorvane, its handlers and workflows; window_procedures
 //                       hands its stores and values to the procedures below
