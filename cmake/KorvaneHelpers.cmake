@@ -31,13 +31,37 @@ function(korvane_add_logic source_dir)
   target_include_directories(korvane_logic INTERFACE ${source_dir}/src)
 endfunction()
 
-# korvane_add_test(<name> <sources...> [LIBS <libs...>])
-# One GoogleTest executable, registered with CTest test by test.
+# korvane_add_test(<name> <sources...> [LIBS <libs...>] [OWN_MAIN])
+# One GoogleTest executable, registered with CTest test by test. OWN_MAIN: one
+# of LIBS brings main() (the Qt tests make their QApplication there).
 include(GoogleTest)
 function(korvane_add_test name)
-  cmake_parse_arguments(ARG "" "" "LIBS" ${ARGN})
+  cmake_parse_arguments(ARG "OWN_MAIN" "" "LIBS" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
-  target_link_libraries(${name} PRIVATE korvane_test_support korvane_logic GTest::gtest_main ${ARG_LIBS})
+  set(main GTest::gtest_main)
+  if(ARG_OWN_MAIN)
+    set(main)
+  endif()
+  target_link_libraries(${name} PRIVATE korvane_test_support korvane_logic ${main} ${ARG_LIBS})
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
     PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
+
+# korvane_add_tests_in_folder([LIBS <libs...>] [OWN_MAIN] [EXCEPT <names...>])
+# A test per *_test.cpp of the calling folder, named after the file; a
+# *_posix_test.cpp or *_win32_test.cpp only on its own system.
+function(korvane_add_tests_in_folder)
+  cmake_parse_arguments(ARG "OWN_MAIN" "" "LIBS;EXCEPT" ${ARGN})
+  set(own_main)
+  if(ARG_OWN_MAIN)
+    set(own_main OWN_MAIN)
+  endif()
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*_test.cpp)
+  foreach(source ${sources})
+    get_filename_component(name ${source} NAME_WE)
+    if(name IN_LIST ARG_EXCEPT OR (name MATCHES "_(posix|win32)_test$" AND NOT name MATCHES "_${KORVANE_SYSTEM}_test$"))
+      continue()
+    endif()
+    korvane_add_test(${name} ${source} LIBS ${ARG_LIBS} ${own_main})
+  endforeach()
 endfunction()
