@@ -32,8 +32,13 @@ void SetRegStr(Platform& platform, const std::string& valueName, const std::stri
   ignoringFailure([&] { platform.writeUserValue(keyPath, valueName, data); });
 }
 
+std::string defaultDirKeyPath(const std::string& appTitle) {
+  return "Software\\" + appTitle;
+}
+
 void SaveDefaultDir(Platform& platform) {
-  SetRegStr(platform, "DefaultDir", DefaultDirPath, "Software\\" + AppTitleName, HKEY_CURRENT_USER);
+  SetRegStr(platform, kDefaultDirValueName, DefaultDirPath, defaultDirKeyPath(AppTitleName),
+            HKEY_CURRENT_USER);
 }
 
 }  // namespace korvane

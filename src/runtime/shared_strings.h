@@ -6,6 +6,9 @@
 
 namespace korvane {
 
+// The title Main gives AppTitleName.
+inline constexpr const char* kAppTitle = "Korvane";
+
 extern std::string AppTitleName;
 extern std::string DefaultDirPath;
 

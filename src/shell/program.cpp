@@ -11,9 +11,9 @@ Program::Program(Platform& platform) : m_platform(platform) {}
 Program::~Program() = default;
 
 void Program::Main() {
-  AppTitleName = "Korvane";
+  AppTitleName = kAppTitle;
   std::string remembered =
-      GetRegStr(m_platform, "Software\\" + AppTitleName, "DefaultDir", HKEY_CURRENT_USER);
+      GetRegStr(m_platform, defaultDirKeyPath(AppTitleName), kDefaultDirValueName, HKEY_CURRENT_USER);
   // No remembered directory, for whatever reason, is a first run.
   DefaultDirPath = remembered.empty() ? m_platform.currentDirectory() : remembered;
   frmKorvane& main = MainWindow();
