@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <functional>
 
+#include "qt/record_values.h"
+
 namespace korvane {
 
 // Shows Value 2 as grayed. A click leaves the box as it is: the record works
@@ -93,9 +95,9 @@ class FocusScrollBar : public QScrollBar {
  public:
   FocusScrollBar(int top, int bottom, QWidget* parent);
 
-  int recordValue() const { return m_top <= m_bottom ? m_top + value() : m_top - value(); }
+  int recordValue() const { return static_cast<int>(barRecordValue(m_top, m_bottom, value())); }
   void setRecordValue(int recordValue) {
-    setValue(m_top <= m_bottom ? recordValue - m_top : m_top - recordValue);
+    setValue(static_cast<int>(barPosition(m_top, m_bottom, recordValue)));
   }
   int recordMinimum() const { return std::min(m_top, m_bottom); }
   int recordMaximum() const { return std::max(m_top, m_bottom); }

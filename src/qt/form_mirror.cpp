@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "advanced/autolod.h"
 #include "controls/button.h"
 #include "controls/check_box.h"
 #include "controls/form.h"
@@ -24,6 +23,7 @@
 #include "qt/control_widgets.h"
 #include "qt/fonts.h"
 #include "qt/qt_platform.h"
+#include "qt/record_values.h"
 #include "qt/text_bytes.h"
 #include "qt/twips.h"
 #include "qt/window_fit.h"
@@ -39,24 +39,8 @@ QString toQt(const std::string& text) {
 // No text box has a length limit of its own; the masks bind typing only.
 constexpr int kNoLengthLimit = std::numeric_limits<int>::max();
 
-Qt::CheckState checkState(int value) {
-  switch (value) {
-    case 1:
-      return Qt::Checked;
-    case 2:
-      return Qt::PartiallyChecked;
-    default:
-      return Qt::Unchecked;
-  }
-}
-
 QString autoLodDisplay(const QString& text) {
-  try {
-    return toQt(FormatAutoLODForDisplay(bytesFromText(text, false)));
-  } catch (...) {
-    // A text the format cannot show is shown as it stands.
-    return text;
-  }
+  return toQt(formattedFieldText(bytesFromText(text, false)));
 }
 
 bool isContainer(const Control& control) {
@@ -365,7 +349,8 @@ void FormMirror::refresh(Control& control) {
   widget->setEnabled(control.Enabled());
   switch (control.Kind()) {
     case ControlKind::CheckBox:
-      static_cast<QCheckBox*>(widget)->setCheckState(checkState(static_cast<CheckBox&>(control).Value()));
+      static_cast<QCheckBox*>(widget)->setCheckState(
+          checkStateOfValue(static_cast<CheckBox&>(control).Value()));
       break;
     case ControlKind::TextBox: {
       auto* edit = static_cast<QLineEdit*>(widget);

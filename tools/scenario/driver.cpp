@@ -14,6 +14,7 @@
 #include "desktop/directory_store.h"
 #include "mainwindow/main_window.h"
 #include "mainwindow/source_loading.h"
+#include "qt/record_values.h"
 #include "runtime/shared_strings.h"
 #include "scenario/author_actions.h"
 #include "scenario/escapes.h"
@@ -25,10 +26,9 @@ namespace korvane::scenario {
 
 namespace {
 
-// The per-user store's key of the remembered directory: "Software\" and the
-// title that Main gives the program.
-const std::string kStoreKeyPath = "Software\\Korvane";
-const std::string kStoreValueName = "DefaultDir";
+// The store is set before Main has given AppTitleName its value.
+const std::string kStoreKeyPath = defaultDirKeyPath(kAppTitle);
+const std::string kStoreValueName = kDefaultDirValueName;
 
 constexpr const char* kMainWindowName = "frmKorvane";
 constexpr const char* kSettingsWindowName = "frmAdvancedSettings";
@@ -257,10 +257,8 @@ void Driver::dragTo(const Command& command) {
     if (!acceptsInput(command, target)) return;
     auto* bar = qobject_cast<QScrollBar*>(&widgetOf(*target.record));
     if (bar == nullptr) return;
-    // The widget runs from 0 at its top, where the record's Min stands.
     const auto& record = static_cast<const VScrollBar&>(*target.record);
-    const long long position =
-        record.Min() <= record.Max() ? command.number - record.Min() : record.Min() - command.number;
+    const long long position = barPosition(record.Min(), record.Max(), command.number);
     activate(*bar->window());
     drag(*bar, clampToInt(position));
     return;

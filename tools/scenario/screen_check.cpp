@@ -7,9 +7,9 @@
 #include <QSlider>
 #include <optional>
 
-#include "advanced/autolod.h"
 #include "controls/masked_edit.h"
 #include "controls/scroll_bar.h"
+#include "qt/record_values.h"
 
 namespace korvane::scenario {
 
@@ -19,32 +19,12 @@ std::string flag(bool value) {
   return value ? "1" : "0";
 }
 
-// The widget of a bar runs from 0 at its top, where the record's Min stands.
-long long barRecordValue(const VScrollBar& bar, int widgetValue) {
-  return bar.Min() <= bar.Max() ? bar.Min() + widgetValue : bar.Min() - widgetValue;
-}
-
-int checkValue(Qt::CheckState state) {
-  switch (state) {
-    case Qt::Checked:
-      return 1;
-    case Qt::PartiallyChecked:
-      return 2;
-    default:
-      return 0;
-  }
-}
-
 // What a field should show for the record's text: a field with a display
 // format shows the formatted text while it does not have the focus.
 std::string expectedFieldText(const Control& control, const QWidget& widget, const std::string& text) {
   if (control.Kind() != ControlKind::MaskedEdit) return text;
   if (static_cast<const MaskedEdit&>(control).Settings().format.empty() || widget.hasFocus()) return text;
-  try {
-    return FormatAutoLODForDisplay(text);
-  } catch (...) {
-    return text;
-  }
+  return formattedFieldText(text);
 }
 
 std::optional<std::string> screenValue(const Control& control, const QWidget& widget,
@@ -52,9 +32,10 @@ std::optional<std::string> screenValue(const Control& control, const QWidget& wi
   if (property == "Enabled") return flag(!widget.testAttribute(Qt::WA_ForceDisabled));
   if (property == "Value") {
     if (auto* box = qobject_cast<const QCheckBox*>(&widget))
-      return std::to_string(checkValue(box->checkState()));
+      return std::to_string(valueOfCheckState(box->checkState()));
     if (auto* bar = qobject_cast<const QScrollBar*>(&widget)) {
-      return std::to_string(barRecordValue(static_cast<const VScrollBar&>(control), bar->value()));
+      const auto& record = static_cast<const VScrollBar&>(control);
+      return std::to_string(barRecordValue(record.Min(), record.Max(), bar->value()));
     }
     if (auto* slider = qobject_cast<const QSlider*>(&widget)) return std::to_string(slider->value());
   }

@@ -1,0 +1,23 @@
+#pragma once
+// How a record's values stand on its widget: one mapping for the windows, the
+// scenario driver and its screen check.
+
+#include <Qt>
+#include <string>
+
+namespace korvane {
+
+// Check box Value 0, 1 and 2: unchecked, checked and grayed.
+Qt::CheckState checkStateOfValue(int value);
+int valueOfCheckState(Qt::CheckState state);
+
+// A bar's widget runs from 0 at its top, where the record's Min stands, down
+// to its Max, whichever of the two is larger.
+long long barPosition(long long min, long long max, long long recordValue);
+long long barRecordValue(long long min, long long max, long long position);
+
+// What a field with a display format shows while it does not have the focus:
+// the formatted text, or the text as it stands where the format cannot show it.
+std::string formattedFieldText(const std::string& text);
+
+}  // namespace korvane
