@@ -11,7 +11,7 @@
 
 namespace korvane {
 
-class Program : public ProgramServices {
+class Program final : public ProgramServices {
  public:
   explicit Program(Platform& platform);
   ~Program();
