@@ -1,7 +1,4 @@
-// frmAdvancedSettings as data.
-
-#include <map>
-#include <stdexcept>
+// frmAdvancedSettings as data: window properties and its seven controls.
 
 #include "advanced/advanced_settings_window.h"
 
@@ -9,56 +6,37 @@ namespace korvane {
 
 namespace {
 
-std::map<std::string, ControlDefinition> buildTable() {
-  using K = ControlKind;
-  auto control = [](std::string name, K kind, std::string container, int left, int top, int width, int height,
-                    int tabIndex, std::string caption = {}, std::string toolTip = {}) {
-    ControlDefinition d;
-    d.name = std::move(name);
-    d.kind = kind;
-    d.container = std::move(container);
-    d.left = left;
-    d.top = top;
-    d.width = width;
-    d.height = height;
-    d.tabIndex = tabIndex;
-    d.caption = std::move(caption);
-    d.toolTip = std::move(toolTip);
-    if (kind == K::MaskedEdit) d.font = FontSpec{"Arial", 9.75};
-    return d;
-  };
-  std::vector<ControlDefinition> all = {
-      control("OKButton", K::Button, "", 1680, 1800, 1215, 375, 0, "OK"),
-      control("btnUseDefault", K::Button, "", 240, 1800, 1215, 375, 1, "Use &Default",
-              "Load Defaults Which Approximate Vastmere's Stock Objects"),
-      control("mskAutoLOD0", K::MaskedEdit, "Frame1", 1440, 360, 855, 375, 2),
-      control("mskAutoLOD1", K::MaskedEdit, "Frame1", 1440, 840, 855, 375, 3),
-      control("Frame1", K::Frame, "", 240, 120, 2655, 1455, 4, "LOD Transition Point"),
-      control("lblAutoLOD0", K::Label, "Frame1", 360, 480, 975, 255, 5, "AutoLOD#0:"),
-      control("lblAutoLOD1", K::Label, "Frame1", 360, 960, 975, 255, 6, "AutoLOD#1:"),
-  };
-  std::map<std::string, ControlDefinition> table;
-  const std::map<std::string, std::string> headings = {{"lblAutoLOD0", "mskAutoLOD0"},
-                                                       {"lblAutoLOD1", "mskAutoLOD1"}};
-  for (auto& d : all) {
-    if (auto heads = headings.find(d.name); heads != headings.end()) d.labelFor = heads->second;
-    table.emplace(d.name, d);
-  }
-  return table;
-}
+using K = ControlKind;
+
+const FontSpec kFieldFont{"Arial", 9.75};
 
 }  // namespace
 
-const ControlDefinition& advancedSettingsControl(const std::string& name) {
-  static const std::map<std::string, ControlDefinition> table = buildTable();
-  auto found = table.find(name);
-  if (found == table.end()) throw std::logic_error("frmAdvancedSettings has no control " + name);
-  return found->second;
+const WindowDefinition& advancedSettingsDefinition() {
+  // One row per control, as its designer would read it.
+  // clang-format off
+  static const WindowDefinition definition({"frmAdvancedSettings", "Advanced Settings", 3135, 2370}, {
+      {.name = "OKButton", .kind = K::Button, .left = 1680, .top = 1800, .width = 1215, .height = 375,
+       .tabIndex = 0, .caption = "OK"},
+      {.name = "btnUseDefault", .kind = K::Button, .left = 240, .top = 1800, .width = 1215, .height = 375,
+       .tabIndex = 1, .caption = "Use &Default", .toolTip = "Load Defaults Which Approximate Vastmere's Stock Objects"},
+      {.name = "mskAutoLOD0", .kind = K::MaskedEdit, .container = "Frame1", .left = 1440, .top = 360,
+       .width = 855, .height = 375, .tabIndex = 2, .font = kFieldFont},
+      {.name = "mskAutoLOD1", .kind = K::MaskedEdit, .container = "Frame1", .left = 1440, .top = 840,
+       .width = 855, .height = 375, .tabIndex = 3, .font = kFieldFont},
+      {.name = "Frame1", .kind = K::Frame, .left = 240, .top = 120, .width = 2655, .height = 1455,
+       .tabIndex = 4, .caption = "LOD Transition Point"},
+      {.name = "lblAutoLOD0", .kind = K::Label, .container = "Frame1", .left = 360, .top = 480, .width = 975,
+       .height = 255, .tabIndex = 5, .caption = "AutoLOD#0:", .labelFor = "mskAutoLOD0"},
+      {.name = "lblAutoLOD1", .kind = K::Label, .container = "Frame1", .left = 360, .top = 960, .width = 975,
+       .height = 255, .tabIndex = 6, .caption = "AutoLOD#1:", .labelFor = "mskAutoLOD1"},
+  });
+  // clang-format on
+  return definition;
 }
 
-const FormDefinition& advancedSettingsDefinition() {
-  static const FormDefinition definition{"frmAdvancedSettings", "Advanced Settings", 3135, 2370};
-  return definition;
+const ControlDefinition& advancedSettingsControl(const std::string& name) {
+  return advancedSettingsDefinition().control(name);
 }
 
 MaskedEditSettings autoLodFieldSettings() {

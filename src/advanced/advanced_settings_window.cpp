@@ -6,7 +6,7 @@
 namespace korvane {
 
 frmAdvancedSettings::frmAdvancedSettings(Platform& platform, Form& owner)
-    : Form(platform, advancedSettingsDefinition()), m_owner(owner) {
+    : Form(platform, advancedSettingsDefinition().form()), m_owner(owner) {
   connectHandlers();
 }
 

@@ -9,13 +9,15 @@
 #include "controls/frame.h"
 #include "controls/label.h"
 #include "controls/masked_edit.h"
+#include "controls/window_definition.h"
 
 namespace korvane {
 
 class Platform;
 
+// frmAdvancedSettings as data, and the row of one of its controls by name.
+const WindowDefinition& advancedSettingsDefinition();
 const ControlDefinition& advancedSettingsControl(const std::string& name);
-const FormDefinition& advancedSettingsDefinition();
 // Settings shared by the two AutoLOD fields: no mask, six characters, "0.000".
 MaskedEditSettings autoLodFieldSettings();
 

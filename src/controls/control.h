@@ -26,14 +26,16 @@ enum class ControlKind {
 };
 
 struct FontSpec {
-  std::string family;  // empty: the window's font
+  std::string family{};  // empty: the window's font
   double points = 0;
 };
 
+// Every member has its default, so that a row of a window's table names only
+// what differs from it.
 struct ControlDefinition {
-  std::string name;
+  std::string name{};
   ControlKind kind = ControlKind::Button;
-  std::string container;  // empty: the window itself
+  std::string container{};  // empty: the window itself
   int left = 0;
   int top = 0;
   int width = 0;
@@ -41,16 +43,16 @@ struct ControlDefinition {
   int tabIndex = -1;  // -1: no tab index
   bool enabled = true;
   bool visible = true;
-  std::string caption;
-  std::string toolTip;
-  FontSpec font;
+  std::string caption{};
+  std::string toolTip{};
+  FontSpec font{};
   bool locked = false;   // text box: shows and selects, takes no typing
   bool centred = false;  // label: caption centred
   bool border = false;   // label: single-line border
   // For assistive technology: the name of a control that no caption or
   // heading label names, and for a label, the control it heads.
-  std::string spokenName;
-  std::string labelFor;
+  std::string spokenName{};
+  std::string labelFor{};
 };
 
 class Control {

@@ -11,7 +11,7 @@
 namespace korvane {
 
 frmKorvane::frmKorvane(ProgramServices& program)
-    : Form(program.platform(), mainWindowDefinition()), m_program(program) {
+    : Form(program.platform(), mainWindowDefinition().form()), m_program(program) {
   connectHandlers();
 }
 

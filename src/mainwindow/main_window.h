@@ -29,6 +29,7 @@
 #include "controls/scroll_bar.h"
 #include "controls/slider.h"
 #include "controls/text_box.h"
+#include "controls/window_definition.h"
 
 namespace korvane {
 
@@ -48,9 +49,9 @@ class ProgramServices {
   ~ProgramServices() = default;
 };
 
-// The definition of a control of frmKorvane, by name.
+// frmKorvane as data, and the row of one of its controls by name.
+const WindowDefinition& mainWindowDefinition();
 const ControlDefinition& mainWindowControl(const std::string& name);
-const FormDefinition& mainWindowDefinition();
 // Settings shared by the three ColorKey fields.
 MaskedEditSettings colorKeyFieldSettings();
 

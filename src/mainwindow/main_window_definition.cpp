@@ -1,8 +1,7 @@
 // frmKorvane as data: window properties and the 38 controls with their
-// containers, geometry in twips, tab indexes, captions, tool tips and fonts.
-
-#include <map>
-#include <stdexcept>
+// containers, geometry in twips, tab indexes, captions, tool tips and fonts,
+// what a screen reader says for those that no caption or label names alone,
+// and the control each heading label heads.
 
 #include "mainwindow/main_window.h"
 
@@ -16,129 +15,118 @@ const FontSpec kFieldFont{"Arial", 9.75};
 const FontSpec kStripFont{"Arial", 9};
 const FontSpec kListFont{"Courier New", 8.25};
 
-ControlDefinition control(std::string name, K kind, std::string container, int left, int top, int width,
-                          int height, int tabIndex, bool enabled, std::string caption = {},
-                          std::string toolTip = {}) {
-  ControlDefinition d;
-  d.name = std::move(name);
-  d.kind = kind;
-  d.container = std::move(container);
-  d.left = left;
-  d.top = top;
-  d.width = width;
-  d.height = height;
-  d.tabIndex = tabIndex;
-  d.enabled = enabled;
-  d.caption = std::move(caption);
-  d.toolTip = std::move(toolTip);
-  return d;
-}
-
-std::map<std::string, ControlDefinition> buildTable() {
-  std::vector<ControlDefinition> all = {
-      // Command column.
-      control("btnSaveAs", K::Button, "", 7440, 480, 1095, 375, 14, false, "&Save As"),
-      control("btnViewHelp", K::Button, "", 7440, 1080, 1095, 375, 15, true, "View &Help"),
-      control("btnExit", K::Button, "", 7440, 1680, 1095, 375, 16, true, "E&xit"),
-      control("chkAddColorKey", K::CheckBox, "", 7320, 2280, 1455, 255, 32, false, "Add ColorKey?"),
-      control("chkAddLOD1", K::CheckBox, "", 7320, 3120, 1215, 255, 31, false, "Add LOD 1?"),
-      control("btnAdvancedSettings", K::Button, "", 7440, 3480, 1095, 375, 22, false, "&Advanced...",
-              "Use Caution With These Settings!!"),
-      // High-detail source.
-      control("Frame1", K::Frame, "", 120, 120, 7095, 855, 1, true, "Source KOB File:  LOD 0"),
-      control("btnBrowseLOD0", K::Button, "Frame1", 120, 360, 1095, 375, 10, true, "&Browse",
-              "Browse for your high detail KOB file  (LOD 0)"),
-      control("txtFilePathLOD0", K::TextBox, "Frame1", 1440, 360, 5535, 360, 11, false, "",
-              "Path and File Name of your KOB file  (LOD 0)"),
-      // Object data.
-      control("Frame2", K::Frame, "", 120, 1200, 7095, 1695, 2, false, "LOD 0  Data:"),
-      control("lblTextureMap", K::Label, "Frame2", 360, 360, 975, 255, 7, false, "TextureMap:"),
-      control("txtTextureMap", K::TextBox, "", 1560, 1440, 3855, 360, 12, false, "",
-              "The Texture Map file name for your object"),
-      control("btnBrowseTextureMap", K::Button, "Frame2", 5520, 240, 1095, 375, 13, false, "Browse",
-              "Browse for the TGA Texture Map file for your object"),
-      control("lblColorKey", K::Label, "Frame2", 480, 1080, 735, 255, 6, false, "ColorKey:"),
-      control("lblR", K::Label, "Frame2", 1560, 720, 255, 255, 25, false, "R"),
-      control("lblG", K::Label, "Frame2", 2520, 720, 255, 255, 24, false, "G"),
-      control("lblB", K::Label, "Frame2", 3480, 720, 255, 255, 23, false, "B"),
-      control("mskColorKey0", K::MaskedEdit, "Frame2", 1440, 960, 495, 375, 17, false),
-      control("mskColorKey1", K::MaskedEdit, "Frame2", 2400, 960, 495, 375, 18, false),
-      control("mskColorKey2", K::MaskedEdit, "Frame2", 3360, 960, 495, 375, 19, false),
-      control("vscrlColorKey0", K::VScrollBar, "Frame2", 1920, 960, 255, 375, 28, false),
-      control("vscrlColorKey1", K::VScrollBar, "Frame2", 2880, 960, 255, 375, 29, false),
-      control("vscrlColorKey2", K::VScrollBar, "Frame2", 3840, 960, 255, 375, 30, false),
-      control("sldColorKey0", K::Slider, "Frame2", 1320, 1360, 735, 255, 34, false),
-      control("sldColorKey1", K::Slider, "Frame2", 2280, 1360, 735, 255, 35, false),
-      control("sldColorKey2", K::Slider, "Frame2", 3240, 1360, 735, 255, 36, false),
-      control("lblShowColor", K::Label, "Frame2", 4320, 720, 855, 855, 33, false),
-      control("lblNumberOfLOD", K::Label, "Frame2", 5400, 1080, 1215, 255, 8, false, "Number Of LOD:"),
-      control("lblLODnum", K::Label, "Frame2", 6720, 1080, 255, 255, 9, false),
-      // Low-detail source.
-      control("Frame4", K::Frame, "", 120, 3120, 7095, 855, 27, false, "Source KOB File:  LOD 1"),
-      control("btnBrowseLOD1", K::Button, "Frame4", 120, 360, 1095, 375, 20, false, "Browse",
-              "Browse for your low detail KOB file  (LOD 1)"),
-      control("txtFilePathLOD1", K::TextBox, "Frame4", 1440, 360, 5535, 360, 21, false, "",
-              "Path and File Name of your KOB file  (LOD 1)"),
-      // Bottom strip.
-      control("Frame3", K::Frame, "", -120, 4080, 9015, 615, 3, true),
-      control("Label1", K::Label, "Frame3", 360, 240, 4215, 255, 4, true,
-              "Korvane  -  KOB texture, ColorKey and LOD merge"),
-      control("Label2", K::Label, "Frame3", 8040, 240, 735, 255, 5, true, "Ver:  2.0"),
-      // Never on screen.
-      control("lstDataLOD0", K::List, "", 0, 4800, 8775, 1320, 0, false),
-      control("lstDataLOD1", K::List, "", 0, 6600, 8775, 1530, 26, true),
-      control("CommonDialog1", K::FileDialog, "", 0, 0, 0, 0, -1, true),
-  };
-  // What a screen reader says for the controls that no caption or label names alone.
-  const std::map<std::string, std::string> spokenNames = {
-      {"txtFilePathLOD0", "Path of the LOD 0 file"},
-      {"txtFilePathLOD1", "Path of the LOD 1 file"},
-      {"mskColorKey0", "ColorKey red"},
-      {"mskColorKey1", "ColorKey green"},
-      {"mskColorKey2", "ColorKey blue"},
-      {"vscrlColorKey0", "ColorKey red arrows"},
-      {"vscrlColorKey1", "ColorKey green arrows"},
-      {"vscrlColorKey2", "ColorKey blue arrows"},
-      {"sldColorKey0", "ColorKey red slider"},
-      {"sldColorKey1", "ColorKey green slider"},
-      {"sldColorKey2", "ColorKey blue slider"},
-      {"lblShowColor", "ColorKey colour"},
-  };
-  const std::map<std::string, std::string> headings = {
-      {"lblTextureMap", "txtTextureMap"}, {"lblColorKey", "mskColorKey0"}, {"lblR", "mskColorKey0"},
-      {"lblG", "mskColorKey1"},           {"lblB", "mskColorKey2"},        {"lblNumberOfLOD", "lblLODnum"},
-  };
-  std::map<std::string, ControlDefinition> table;
-  for (auto& d : all) {
-    if (auto name = spokenNames.find(d.name); name != spokenNames.end()) d.spokenName = name->second;
-    if (auto heads = headings.find(d.name); heads != headings.end()) d.labelFor = heads->second;
-    if (d.kind == K::TextBox && (d.name == "txtFilePathLOD0" || d.name == "txtFilePathLOD1")) d.locked = true;
-    if (d.name == "lblR" || d.name == "lblG" || d.name == "lblB") d.centred = true;
-    if (d.name == "lblShowColor" || d.name == "lblLODnum") d.border = true;
-    if (d.name == "txtTextureMap" || d.kind == K::MaskedEdit) d.font = kFieldFont;
-    if (d.name == "Label1" || d.name == "Label2") d.font = kStripFont;
-    if (d.kind == K::List) {
-      d.font = kListFont;
-      d.visible = false;
-    }
-    if (d.kind == K::FileDialog) d.visible = false;
-    table.emplace(d.name, d);
-  }
-  return table;
-}
-
 }  // namespace
 
-const ControlDefinition& mainWindowControl(const std::string& name) {
-  static const std::map<std::string, ControlDefinition> table = buildTable();
-  auto found = table.find(name);
-  if (found == table.end()) throw std::logic_error("frmKorvane has no control " + name);
-  return found->second;
+const WindowDefinition& mainWindowDefinition() {
+  // One row per control, as its designer would read it.
+  // clang-format off
+  static const WindowDefinition definition({"frmKorvane", "Korvane", 8730, 4635}, {
+      // Command column.
+      {.name = "btnSaveAs", .kind = K::Button, .left = 7440, .top = 480, .width = 1095, .height = 375,
+       .tabIndex = 14, .enabled = false, .caption = "&Save As"},
+      {.name = "btnViewHelp", .kind = K::Button, .left = 7440, .top = 1080, .width = 1095, .height = 375,
+       .tabIndex = 15, .caption = "View &Help"},
+      {.name = "btnExit", .kind = K::Button, .left = 7440, .top = 1680, .width = 1095, .height = 375,
+       .tabIndex = 16, .caption = "E&xit"},
+      {.name = "chkAddColorKey", .kind = K::CheckBox, .left = 7320, .top = 2280, .width = 1455, .height = 255,
+       .tabIndex = 32, .enabled = false, .caption = "Add ColorKey?"},
+      {.name = "chkAddLOD1", .kind = K::CheckBox, .left = 7320, .top = 3120, .width = 1215, .height = 255,
+       .tabIndex = 31, .enabled = false, .caption = "Add LOD 1?"},
+      {.name = "btnAdvancedSettings", .kind = K::Button, .left = 7440, .top = 3480, .width = 1095,
+       .height = 375, .tabIndex = 22, .enabled = false, .caption = "&Advanced...",
+       .toolTip = "Use Caution With These Settings!!"},
+      // High-detail source.
+      {.name = "Frame1", .kind = K::Frame, .left = 120, .top = 120, .width = 7095, .height = 855, .tabIndex = 1,
+       .caption = "Source KOB File:  LOD 0"},
+      {.name = "btnBrowseLOD0", .kind = K::Button, .container = "Frame1", .left = 120, .top = 360,
+       .width = 1095, .height = 375, .tabIndex = 10, .caption = "&Browse",
+       .toolTip = "Browse for your high detail KOB file  (LOD 0)"},
+      {.name = "txtFilePathLOD0", .kind = K::TextBox, .container = "Frame1", .left = 1440, .top = 360,
+       .width = 5535, .height = 360, .tabIndex = 11, .enabled = false,
+       .toolTip = "Path and File Name of your KOB file  (LOD 0)", .locked = true,
+       .spokenName = "Path of the LOD 0 file"},
+      // Object data.
+      {.name = "Frame2", .kind = K::Frame, .left = 120, .top = 1200, .width = 7095, .height = 1695,
+       .tabIndex = 2, .enabled = false, .caption = "LOD 0  Data:"},
+      {.name = "lblTextureMap", .kind = K::Label, .container = "Frame2", .left = 360, .top = 360, .width = 975,
+       .height = 255, .tabIndex = 7, .enabled = false, .caption = "TextureMap:", .labelFor = "txtTextureMap"},
+      {.name = "txtTextureMap", .kind = K::TextBox, .left = 1560, .top = 1440, .width = 3855, .height = 360,
+       .tabIndex = 12, .enabled = false, .toolTip = "The Texture Map file name for your object",
+       .font = kFieldFont},
+      {.name = "btnBrowseTextureMap", .kind = K::Button, .container = "Frame2", .left = 5520, .top = 240,
+       .width = 1095, .height = 375, .tabIndex = 13, .enabled = false, .caption = "Browse",
+       .toolTip = "Browse for the TGA Texture Map file for your object"},
+      {.name = "lblColorKey", .kind = K::Label, .container = "Frame2", .left = 480, .top = 1080, .width = 735,
+       .height = 255, .tabIndex = 6, .enabled = false, .caption = "ColorKey:", .labelFor = "mskColorKey0"},
+      {.name = "lblR", .kind = K::Label, .container = "Frame2", .left = 1560, .top = 720, .width = 255,
+       .height = 255, .tabIndex = 25, .enabled = false, .caption = "R", .centred = true,
+       .labelFor = "mskColorKey0"},
+      {.name = "lblG", .kind = K::Label, .container = "Frame2", .left = 2520, .top = 720, .width = 255,
+       .height = 255, .tabIndex = 24, .enabled = false, .caption = "G", .centred = true,
+       .labelFor = "mskColorKey1"},
+      {.name = "lblB", .kind = K::Label, .container = "Frame2", .left = 3480, .top = 720, .width = 255,
+       .height = 255, .tabIndex = 23, .enabled = false, .caption = "B", .centred = true,
+       .labelFor = "mskColorKey2"},
+      {.name = "mskColorKey0", .kind = K::MaskedEdit, .container = "Frame2", .left = 1440, .top = 960,
+       .width = 495, .height = 375, .tabIndex = 17, .enabled = false, .font = kFieldFont,
+       .spokenName = "ColorKey red"},
+      {.name = "mskColorKey1", .kind = K::MaskedEdit, .container = "Frame2", .left = 2400, .top = 960,
+       .width = 495, .height = 375, .tabIndex = 18, .enabled = false, .font = kFieldFont,
+       .spokenName = "ColorKey green"},
+      {.name = "mskColorKey2", .kind = K::MaskedEdit, .container = "Frame2", .left = 3360, .top = 960,
+       .width = 495, .height = 375, .tabIndex = 19, .enabled = false, .font = kFieldFont,
+       .spokenName = "ColorKey blue"},
+      {.name = "vscrlColorKey0", .kind = K::VScrollBar, .container = "Frame2", .left = 1920, .top = 960,
+       .width = 255, .height = 375, .tabIndex = 28, .enabled = false, .spokenName = "ColorKey red arrows"},
+      {.name = "vscrlColorKey1", .kind = K::VScrollBar, .container = "Frame2", .left = 2880, .top = 960,
+       .width = 255, .height = 375, .tabIndex = 29, .enabled = false, .spokenName = "ColorKey green arrows"},
+      {.name = "vscrlColorKey2", .kind = K::VScrollBar, .container = "Frame2", .left = 3840, .top = 960,
+       .width = 255, .height = 375, .tabIndex = 30, .enabled = false, .spokenName = "ColorKey blue arrows"},
+      {.name = "sldColorKey0", .kind = K::Slider, .container = "Frame2", .left = 1320, .top = 1360,
+       .width = 735, .height = 255, .tabIndex = 34, .enabled = false, .spokenName = "ColorKey red slider"},
+      {.name = "sldColorKey1", .kind = K::Slider, .container = "Frame2", .left = 2280, .top = 1360,
+       .width = 735, .height = 255, .tabIndex = 35, .enabled = false, .spokenName = "ColorKey green slider"},
+      {.name = "sldColorKey2", .kind = K::Slider, .container = "Frame2", .left = 3240, .top = 1360,
+       .width = 735, .height = 255, .tabIndex = 36, .enabled = false, .spokenName = "ColorKey blue slider"},
+      {.name = "lblShowColor", .kind = K::Label, .container = "Frame2", .left = 4320, .top = 720, .width = 855,
+       .height = 855, .tabIndex = 33, .enabled = false, .border = true, .spokenName = "ColorKey colour"},
+      {.name = "lblNumberOfLOD", .kind = K::Label, .container = "Frame2", .left = 5400, .top = 1080,
+       .width = 1215, .height = 255, .tabIndex = 8, .enabled = false, .caption = "Number Of LOD:",
+       .labelFor = "lblLODnum"},
+      {.name = "lblLODnum", .kind = K::Label, .container = "Frame2", .left = 6720, .top = 1080, .width = 255,
+       .height = 255, .tabIndex = 9, .enabled = false, .border = true},
+      // Low-detail source.
+      {.name = "Frame4", .kind = K::Frame, .left = 120, .top = 3120, .width = 7095, .height = 855,
+       .tabIndex = 27, .enabled = false, .caption = "Source KOB File:  LOD 1"},
+      {.name = "btnBrowseLOD1", .kind = K::Button, .container = "Frame4", .left = 120, .top = 360,
+       .width = 1095, .height = 375, .tabIndex = 20, .enabled = false, .caption = "Browse",
+       .toolTip = "Browse for your low detail KOB file  (LOD 1)"},
+      {.name = "txtFilePathLOD1", .kind = K::TextBox, .container = "Frame4", .left = 1440, .top = 360,
+       .width = 5535, .height = 360, .tabIndex = 21, .enabled = false,
+       .toolTip = "Path and File Name of your KOB file  (LOD 1)", .locked = true,
+       .spokenName = "Path of the LOD 1 file"},
+      // Bottom strip.
+      {.name = "Frame3", .kind = K::Frame, .left = -120, .top = 4080, .width = 9015, .height = 615,
+       .tabIndex = 3},
+      {.name = "Label1", .kind = K::Label, .container = "Frame3", .left = 360, .top = 240, .width = 4215,
+       .height = 255, .tabIndex = 4, .caption = "Korvane  -  KOB texture, ColorKey and LOD merge",
+       .font = kStripFont},
+      {.name = "Label2", .kind = K::Label, .container = "Frame3", .left = 8040, .top = 240, .width = 735,
+       .height = 255, .tabIndex = 5, .caption = "Ver:  2.0", .font = kStripFont},
+      // Never on screen.
+      {.name = "lstDataLOD0", .kind = K::List, .left = 0, .top = 4800, .width = 8775, .height = 1320,
+       .tabIndex = 0, .enabled = false, .visible = false, .font = kListFont},
+      {.name = "lstDataLOD1", .kind = K::List, .left = 0, .top = 6600, .width = 8775, .height = 1530,
+       .tabIndex = 26, .visible = false, .font = kListFont},
+      {.name = "CommonDialog1", .kind = K::FileDialog, .left = 0, .top = 0, .width = 0, .height = 0,
+       .tabIndex = -1, .visible = false},
+  });
+  // clang-format on
+  return definition;
 }
 
-const FormDefinition& mainWindowDefinition() {
-  static const FormDefinition definition{"frmKorvane", "Korvane", 8730, 4635};
-  return definition;
+const ControlDefinition& mainWindowControl(const std::string& name) {
+  return mainWindowDefinition().control(name);
 }
 
 MaskedEditSettings colorKeyFieldSettings() {

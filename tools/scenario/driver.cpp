@@ -41,14 +41,6 @@ int clampToInt(long long value) {
   return static_cast<int>(std::clamp<long long>(value, INT_MIN, INT_MAX));
 }
 
-const ControlDefinition* settingsDefinition(const std::string& name) {
-  try {
-    return &advancedSettingsControl(name);
-  } catch (const std::logic_error&) {
-    return nullptr;
-  }
-}
-
 // The control with the focus, by its name; a window itself is no control.
 std::string focusName() {
   const QWidget* focus = QApplication::focusWidget();
@@ -418,7 +410,7 @@ Driver::Target Driver::resolve(const Command& command) const {
     }
   }
   if (window != kMainWindowName) {
-    if (const ControlDefinition* definition = settingsDefinition(name)) {
+    if (const ControlDefinition* definition = advancedSettingsDefinition().find(name)) {
       target.definition = definition;
       // Looking must not bring the settings window into being.
       if (m_program.AdvancedSettingsLoaded()) target.record = m_program.AdvancedSettings().FindControl(name);
