@@ -13,22 +13,21 @@ void HeadlessPlatform::messageBox(const std::string& prompt, const std::string&)
 
 std::optional<std::string> HeadlessPlatform::fileDialog(const FileDialogRequest&) {
   if (dialogAnswers.empty()) return std::nullopt;
-  std::string path = std::move(dialogAnswers.front());
+  std::optional<std::string> path = std::move(dialogAnswers.front());
   dialogAnswers.pop_front();
-  if (path.empty()) return std::nullopt;
   return path;
 }
 
 std::optional<std::string> HeadlessPlatform::readUserValue(const std::string& keyPath,
                                                            const std::string& valueName) {
-  auto found = m_store.find({keyPath, valueName});
-  if (found == m_store.end()) return std::nullopt;
+  auto found = store.find({keyPath, valueName});
+  if (found == store.end()) return std::nullopt;
   return found->second;
 }
 
 bool HeadlessPlatform::writeUserValue(const std::string& keyPath, const std::string& valueName,
                                       const std::string& data) {
-  m_store[{keyPath, valueName}] = data;
+  store[{keyPath, valueName}] = data;
   return true;
 }
 
