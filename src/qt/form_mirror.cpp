@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "advanced/autolod.h"
 #include "controls/button.h"
 #include "controls/check_box.h"
 #include "controls/form.h"
@@ -40,7 +41,7 @@ QString toQt(const std::string& text) {
 constexpr int kNoLengthLimit = std::numeric_limits<int>::max();
 
 QString autoLodDisplay(const QString& text) {
-  return toQt(formattedFieldText(bytesFromText(text, false)));
+  return toQt(FormatAutoLODForDisplay(bytesFromText(text, false)));
 }
 
 bool isContainer(const Control& control) {

@@ -1,7 +1,5 @@
 #include "qt/record_values.h"
 
-#include "advanced/autolod.h"
-
 namespace korvane {
 
 Qt::CheckState checkStateOfValue(int value) {
@@ -32,14 +30,6 @@ long long barPosition(long long min, long long max, long long recordValue) {
 
 long long barRecordValue(long long min, long long max, long long position) {
   return min <= max ? min + position : min - position;
-}
-
-std::string formattedFieldText(const std::string& text) {
-  try {
-    return FormatAutoLODForDisplay(text);
-  } catch (...) {
-    return text;
-  }
 }
 
 }  // namespace korvane

@@ -1,9 +1,9 @@
 #pragma once
 // How a record's values stand on its widget: one mapping for the windows, the
-// scenario driver and its screen check.
+// scenario driver and its screen check. A field's display format is the
+// logic's own (FormatAutoLODForDisplay).
 
 #include <Qt>
-#include <string>
 
 namespace korvane {
 
@@ -15,9 +15,5 @@ int valueOfCheckState(Qt::CheckState state);
 // to its Max, whichever of the two is larger.
 long long barPosition(long long min, long long max, long long recordValue);
 long long barRecordValue(long long min, long long max, long long position);
-
-// What a field with a display format shows while it does not have the focus:
-// the formatted text, or the text as it stands where the format cannot show it.
-std::string formattedFieldText(const std::string& text);
 
 }  // namespace korvane

@@ -7,6 +7,7 @@
 #include <QSlider>
 #include <optional>
 
+#include "advanced/autolod.h"
 #include "controls/masked_edit.h"
 #include "controls/scroll_bar.h"
 #include "qt/record_values.h"
@@ -24,7 +25,7 @@ std::string flag(bool value) {
 std::string expectedFieldText(const Control& control, const QWidget& widget, const std::string& text) {
   if (control.Kind() != ControlKind::MaskedEdit) return text;
   if (static_cast<const MaskedEdit&>(control).Settings().format.empty() || widget.hasFocus()) return text;
-  return formattedFieldText(text);
+  return FormatAutoLODForDisplay(text);
 }
 
 std::optional<std::string> screenValue(const Control& control, const QWidget& widget,
