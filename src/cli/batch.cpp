@@ -1,7 +1,5 @@
 #include "cli/batch.h"
 
-#include <unistd.h>
-
 #include <cstdio>
 #include <filesystem>
 #include <sstream>
@@ -80,7 +78,7 @@ std::string makeJob(const Row& row, const std::filesystem::path& folder, MergeJo
 class Progress {
  public:
   Progress(std::string jobsPath, int total)
-      : m_jobsPath(std::move(jobsPath)), m_total(total), m_bar(isatty(fileno(stdout))) {}
+      : m_jobsPath(std::move(jobsPath)), m_total(total), m_bar(standardOutputIsTerminal()) {}
 
   // Clears the bar so that a line can be written where it stood.
   void stepAside() {

@@ -15,6 +15,13 @@ std::span<const int> endingSignals();
 // device such as /dev/zero or /dev/urandom never ends.
 std::string readJobs(const std::string& path, std::string& text);
 
+// Whether standard output is a terminal, where a progress bar may be drawn.
+bool standardOutputIsTerminal();
+
+// Removes a file from a signal handler: no allocation, no lock. The path is
+// UTF-8, as every path of the program.
+void removeFromSignalHandler(const char* path) noexcept;
+
 // Why a source cannot even be opened, in the system's words; empty when it
 // can, and the window's validation has said what it found wrong.
 std::string unreadable(const std::string& path);

@@ -46,4 +46,12 @@ std::string unreadable(const std::string& path) {
   return {};
 }
 
+bool standardOutputIsTerminal() {
+  return ::isatty(STDOUT_FILENO) != 0;
+}
+
+void removeFromSignalHandler(const char* path) noexcept {
+  ::unlink(path);
+}
+
 }  // namespace korvane::cli

@@ -1,5 +1,9 @@
+#include <io.h>
+#include <windows.h>
+
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 
@@ -57,6 +61,17 @@ std::string unreadable(const std::string& path) {
     return wordsOf(failure);
   }
   return {};
+}
+
+bool standardOutputIsTerminal() {
+  return ::_isatty(::_fileno(stdout)) != 0;
+}
+
+void removeFromSignalHandler(const char* path) noexcept {
+  wchar_t wide[32768];
+  if (::MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, wide,
+                            static_cast<int>(std::size(wide))) > 0)
+    ::DeleteFileW(wide);
 }
 
 }  // namespace korvane::cli

@@ -1,7 +1,5 @@
 #include "cli/merge_job.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -75,7 +73,7 @@ class StdoutTarget {
   static inline char s_path[4096] = {};
 
   static void removeAndEnd(int signal) {
-    if (s_path[0] != '\0') ::unlink(s_path);
+    if (s_path[0] != '\0') removeFromSignalHandler(s_path);
     removeUnfinishedReplacement();
     std::signal(signal, SIG_DFL);
     std::raise(signal);
