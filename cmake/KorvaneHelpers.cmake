@@ -3,6 +3,16 @@
 # korvane_logic links them all.
 set(KORVANE_LOGIC_FOLDERS runtime text objectfile rewrite controls desktop advanced mainwindow shell)
 
+# What differs per operating system lives in one file per system, named for
+# it (file_posix.cpp, file_win32.cpp); the folders pick theirs by this name.
+# Set here for every project that builds the logic (the fuzz targets too).
+if(WIN32)
+  set(KORVANE_SYSTEM win32)
+  add_compile_definitions(WIN32_LEAN_AND_MEAN NOMINMAX UNICODE _UNICODE)
+else()
+  set(KORVANE_SYSTEM posix)
+endif()
+
 # korvane_add_layer(<folder> <sources...> [BELOW <folders...>])
 # The folder's headers are reachable as "<folder>/name.h" only to the folder
 # itself and to what links it: an include of a folder above, or of one not
