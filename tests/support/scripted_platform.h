@@ -36,8 +36,8 @@ class ScriptedPlatform : public HeadlessPlatform {
 
   void messageBox(const std::string& prompt, const std::string& title) override {
     events.push_back("MSGBOX " + prompt);
-    messages.push_back(prompt);
     messageTitles.push_back(title);
+    HeadlessPlatform::messageBox(prompt, title);
   }
   std::optional<std::string> fileDialog(const FileDialogRequest& request) override {
     events.push_back(std::string("DIALOG ") + (request.saveMode ? "save " : "open ") + request.title);
